@@ -1,0 +1,24 @@
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(ZOL_SANITIZERS "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them")
+option(ZOL_COVERAGE "Count executed lines and branches" OFF)
+
+# What every target of this project is compiled with.
+add_library(zol_build_settings INTERFACE)
+target_compile_features(zol_build_settings INTERFACE cxx_std_20 c_std_11)
+target_compile_options(zol_build_settings INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual>
+    # no path of the building machine in traces, assertions or debug information
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+
+if(ZOL_SANITIZERS)
+    target_compile_options(zol_build_settings INTERFACE
+        -fsanitize=${ZOL_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(zol_build_settings INTERFACE -fsanitize=${ZOL_SANITIZERS})
+endif()
+
+if(ZOL_COVERAGE)
+    target_compile_options(zol_build_settings INTERFACE --coverage -fprofile-abs-path)
+    target_link_options(zol_build_settings INTERFACE --coverage)
+endif()

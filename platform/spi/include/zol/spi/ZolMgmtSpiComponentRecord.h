@@ -1,0 +1,49 @@
+/* What a component tells the host about itself when it registers. */
+#pragma once
+
+#include <zol/spi/ZolMgmtSpiInterface_1.h>
+#include <zol/spi/ZolReturnT.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Why the host starts or stops a component. The component only prints the number. */
+typedef enum ZolStateChangeReason
+{
+    ZolStateChangeReasonNormal = 0,   /* the host itself comes up or goes down */
+    ZolStateChangeReasonOperator = 1, /* an operator asked for it */
+    ZolStateChangeReasonFailure = 2,  /* something else failed */
+} ZolStateChangeReason;
+
+/* The record and all that it points to belong to the component and stay in place until its library is
+ * unloaded. The host calls `start` and `stop` one at a time, never beside the entry points. */
+typedef struct ZolMgmtSpiComponentRecord
+{
+    const char* componentName;            /* name of the component */
+    const char* interfaceName;            /* "ZolMgmtSpiComponent" */
+    const char* version;                  /* "1" */
+    QenMgmtSpiInterface_1** interfaces;   /* tables that it provides, ended by a null pointer */
+    QenMgmtSpiInterface_1** dependencies; /* interfaces that it requires, ended by a null pointer */
+    ZolReturnT (*start)(
+        ZolStateChangeReason reason);                /* 0: it serves from now on; -1: it can't, see the log */
+    ZolReturnT (*stop)(ZolStateChangeReason reason); /* 0: no more calls are expected */
+    QenMgmtSpiInterface_1** extraInterfaces;         /* ended by a null pointer; this component has none */
+    unsigned char flag;                              /* 0 */
+} ZolMgmtSpiComponentRecord;
+
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, componentName, 0);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, interfaceName, 1);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, version, 2);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, interfaces, 3);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, dependencies, 4);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, start, 5);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, stop, 6);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, extraInterfaces, 7);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, flag, 8);
+ZOL_SPI_ASSERT_SIZE(ZolMgmtSpiComponentRecord, 9 * sizeof(void*));
+static_assert(sizeof(ZolStateChangeReason) == 4, "the width of ZolStateChangeReason binds with the host");
+
+#ifdef __cplusplus
+}
+#endif

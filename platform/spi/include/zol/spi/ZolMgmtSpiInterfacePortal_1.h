@@ -1,0 +1,42 @@
+/* Where a component finds the host's interfaces and registers itself; version "1". */
+#pragma once
+
+#include <zol/spi/ZolMgmtSpiComponentRecord.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The portal is the host's and outlives the component's library. */
+typedef struct ZolMgmtSpiInterfacePortal_1
+{
+    const char* componentName; /* identity of the portal, a ZolMgmtSpiInterface_1 */
+    const char* interfaceName;
+    const char* version;
+    /* Writes the host's table of the interface `id` to `*result` and returns 0. Anything else: not to be
+     * had, `*result` as it was. The table stays the host's. */
+    ZolReturnT (*getInterface)(ZolMgmtSpiInterface_1 id, ZolMgmtSpiInterface_1** result);
+    /* Not used by this component. */
+    void (*reserved)(void);
+    /* Takes note of a component; 0: it is registered. The host keeps the pointer until
+     * unregisterComponent. */
+    ZolReturnT (*registerComponent)(ZolMgmtSpiComponentRecord* record);
+    /* Forgets a component. */
+    ZolReturnT (*unregisterComponent)(ZolMgmtSpiComponentRecord* record);
+} ZolMgmtSpiInterfacePortal_1;
+
+/* The portal of version "3" has registerComponent and unregisterComponent at the same positions. */
+typedef ZolMgmtSpiInterfacePortal_1 ZolMgmtSpiInterfacePortal_3;
+
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiInterfacePortal_1, componentName, 0);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiInterfacePortal_1, interfaceName, 1);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiInterfacePortal_1, version, 2);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiInterfacePortal_1, getInterface, 3);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiInterfacePortal_1, reserved, 4);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiInterfacePortal_1, registerComponent, 5);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiInterfacePortal_1, unregisterComponent, 6);
+ZOL_SPI_ASSERT_SIZE(ZolMgmtSpiInterfacePortal_1, 7 * sizeof(void*));
+
+#ifdef __cplusplus
+}
+#endif

@@ -1,0 +1,21 @@
+/* The record that a host passes to a library's entry point. */
+#pragma once
+
+#include <zol/spi/ZolMgmtSpiInterfacePortal_1.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The accessor is the host's and outlives the component's library. */
+typedef struct ZolMgmtSpiPortalAccessor
+{
+    /* The portal of that version, or null if the host has none. This component asks for "1" and "3". */
+    ZolMgmtSpiInterfacePortal_1* (*getPortal)(const char* version);
+} ZolMgmtSpiPortalAccessor;
+
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiPortalAccessor, getPortal, 0);
+
+#ifdef __cplusplus
+}
+#endif

@@ -1,0 +1,33 @@
+/* The channel over which a component tells the operator why it refused: "ZolMgmtSpiThreadContext",
+ * version "2". */
+#pragma once
+
+#include <stdint.h>
+#include <zol/spi/ZolMgmtSpiInterface_1.h>
+#include <zol/spi/ZolReturnT.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The table is the host's and outlives the component's library. */
+typedef struct ZolMgmtSpiThreadContext
+{
+    const char* componentName; /* identity of the table, a ZolMgmtSpiInterface_1 */
+    const char* interfaceName;
+    const char* version;
+    /* Adds a text to what the operator of the calling thread's request gets to see; 0: done. Called from
+     * within a component's operation, on its thread. The text is the caller's and gone after the call: the
+     * host copies it. This component's category is always 1. */
+    ZolReturnT (*addMessage)(uint32_t category, const char* text);
+} ZolMgmtSpiThreadContext;
+
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiThreadContext, componentName, 0);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiThreadContext, interfaceName, 1);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiThreadContext, version, 2);
+ZOL_SPI_ASSERT_WORD(ZolMgmtSpiThreadContext, addMessage, 3);
+ZOL_SPI_ASSERT_SIZE(ZolMgmtSpiThreadContext, 4 * sizeof(void*));
+
+#ifdef __cplusplus
+}
+#endif

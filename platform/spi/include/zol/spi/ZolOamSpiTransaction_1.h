@@ -1,0 +1,30 @@
+/* The host's transaction service as a component sees it: "ZolOamSpiTransaction", version "1". */
+#pragma once
+
+#include <zol/spi/ZolOamSpiTransactionalResource_1.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The table is the host's and outlives the component's library. */
+typedef struct ZolOamSpiTransaction_1
+{
+    const char* componentName; /* identity of the table, a ZolMgmtSpiInterface_1 */
+    const char* interfaceName;
+    const char* version;
+    /* The component takes part in the transaction and wants to be driven through `resource`; 0: accepted.
+     * Called on the thread that called join and from within it, with the component's lock held: the host must
+     * not wait for another thread that may call the component. */
+    ZolReturnT (*registerParticipant)(unsigned long txHandle, ZolOamSpiTransactionalResource_1* resource);
+} ZolOamSpiTransaction_1;
+
+ZOL_SPI_ASSERT_WORD(ZolOamSpiTransaction_1, componentName, 0);
+ZOL_SPI_ASSERT_WORD(ZolOamSpiTransaction_1, interfaceName, 1);
+ZOL_SPI_ASSERT_WORD(ZolOamSpiTransaction_1, version, 2);
+ZOL_SPI_ASSERT_WORD(ZolOamSpiTransaction_1, registerParticipant, 3);
+ZOL_SPI_ASSERT_SIZE(ZolOamSpiTransaction_1, 4 * sizeof(void*));
+
+#ifdef __cplusplus
+}
+#endif

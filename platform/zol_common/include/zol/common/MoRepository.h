@@ -1,0 +1,35 @@
+#pragma once
+
+#include <list>
+#include <string>
+#include <zol/spi/ZolMoAttributeValue_3.h>
+
+namespace Zol
+{
+
+/// The managed objects of others, as the host knows them. A host derives from it and installs one object.
+/// Calls come on the threads of a component's operations, with that component's lock held.
+class MoRepository
+{
+public:
+    virtual ~MoRepository() = default;
+
+    /// DN of the first instance of a class path such as "ManagedElement,SystemFunctions". Throws ZolException
+    /// if there is none.
+    virtual std::string getFirstMoInstance(unsigned long txHandle, const std::string& classPath) = 0;
+
+    /// DNs of the children of that class. Throws ZolException if they can't be told.
+    virtual std::list<std::string> getChildren(unsigned long txHandle, const std::string& parentDn,
+                                               const std::string& className) = 0;
+
+    /// Value of one attribute; `result` is released through its own callback. Throws ZolException if it can't
+    /// be read.
+    virtual void getAttribute(unsigned long txHandle, const std::string& dn, const std::string& attributeName,
+                              ZolMoAttributeValueResult_3& result) = 0;
+
+    /// Sets the repository of this process, or none with null; the caller keeps it alive until the next call.
+    static void install(MoRepository* repository) noexcept;
+    static MoRepository* installed() noexcept;
+};
+
+} // namespace Zol

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <zol/spi/ZolReturnT.h>
+
+namespace Zol
+{
+
+class ZolReturn
+{
+public:
+    /// Text for a code, of static lifetime; never null.
+    static const char* strerror(ZolReturnT code) noexcept;
+};
+
+} // namespace Zol

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <mutex>
+
+namespace Zol
+{
+
+/// A mutual exclusion that can stand in static storage and be used before any constructor has run.
+class ZolThreadLock
+{
+public:
+    constexpr ZolThreadLock() = default;
+    ZolThreadLock(const ZolThreadLock&) = delete;
+    ZolThreadLock& operator=(const ZolThreadLock&) = delete;
+
+    void lock();
+    void unlock();
+
+private:
+    std::mutex _mutex;
+};
+
+} // namespace Zol
