@@ -1,0 +1,61 @@
+#include "FileManagementConstrainsUtil.h"
+
+#include <Poco/File.h>
+
+namespace ZolFileManagementCommon
+{
+
+namespace
+{
+
+const std::string noHousekeepingMarker(".filemnohousekeeping");
+const std::string noDirectoryCreateMarker(".filemnodirectorycreate");
+const std::string noDirectoryDeleteMarker(".filemnodirectorydelete");
+
+Poco::File markerIn(const Poco::Path& directory, const std::string& marker)
+{
+    return Poco::File(directory.toString() + "/" + marker);
+}
+
+} // namespace
+
+bool FileManagementConstrainsUtil::isNoHousekeeping(const std::string& name)
+{
+    return name == noHousekeepingMarker;
+}
+
+bool FileManagementConstrainsUtil::isNoDirectoryCreate(const std::string& name)
+{
+    return name == noDirectoryCreateMarker;
+}
+
+bool FileManagementConstrainsUtil::isNoDirectoryDelete(const std::string& name)
+{
+    return name == noDirectoryDeleteMarker;
+}
+
+bool FileManagementConstrainsUtil::isHidden(const Poco::Path& path)
+{
+    const std::string& name = path.getFileName();
+    return isNoHousekeeping(name) || isNoDirectoryCreate(name) || isNoDirectoryDelete(name);
+}
+
+bool FileManagementConstrainsUtil::isDirectoryCreateAllowed(const Poco::Path& path)
+{
+    return !markerIn(path, noDirectoryCreateMarker).exists();
+}
+
+bool FileManagementConstrainsUtil::isDirectoryDeleteAllowed(const Poco::Path& path)
+{
+    const Poco::File deleteMarker = markerIn(path, noDirectoryDeleteMarker);
+    const Poco::File createMarker = markerIn(path, noDirectoryCreateMarker);
+    const Poco::File housekeepingMarker = markerIn(path, noHousekeepingMarker);
+    return !deleteMarker.exists() && !createMarker.exists() && !housekeepingMarker.exists();
+}
+
+bool FileManagementConstrainsUtil::isHouskeeepingAllowed(const Poco::Path& path)
+{
+    return !markerIn(path, noHousekeepingMarker).exists();
+}
+
+} // namespace ZolFileManagementCommon

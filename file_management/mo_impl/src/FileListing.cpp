@@ -1,0 +1,93 @@
+#include "FileMTransaction.h"
+#include "FileManagementConstrainsUtil.h"
+
+#include <Poco/DirectoryIterator.h>
+#include <Poco/File.h>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <sys/stat.h>
+
+namespace ZolFileManagement
+{
+
+using ZolFileManagementCommon::FileManagementConstrainsUtil;
+
+namespace
+{
+
+// The released result frees each of these by itself, so that nothing is shared.
+QenMoAttributeStructMember* newMember(const char* name, QenOamSpiMoAttributeType_3 type,
+                                      QenMoAttributeValue_3 value, QenMoAttributeStructMember* next)
+{
+    auto* values = new QenMoAttributeValue_3[1]{value};
+    auto* container = new QenMoAttributeValueContainer_3{type, 1, values};
+    return new QenMoAttributeStructMember{::strdup(name), container, next};
+}
+
+QenMoAttributeStructMember* newTextMember(const char* name, const std::string& text,
+                                          QenMoAttributeStructMember* next)
+{
+    return newMember(name, attrTypeString, {.stringValue = ::strdup(text.c_str())}, next);
+}
+
+} // namespace
+
+void FileMTransaction::getFileGroupFiles(const char* dn, std::vector<FileInfo>& files)
+{
+    const Poco::Path path = convertDnToPath(dn);
+    if (_nonComittedData.isDirCreated(path)) {
+        return;
+    }
+
+    const Poco::DirectoryIterator end;
+    for (Poco::DirectoryIterator entry(path); entry != end; ++entry) {
+        const Poco::Path& file = entry.path();
+        if (!entry->isFile() || _nonComittedData._deletedFiles.contains(file) ||
+            _nonComittedData._deletedDirs.contains(file) || FileManagementConstrainsUtil::isHidden(file)) {
+            continue;
+        }
+        files.push_back({.fileName = file.getFileName(),
+                         .size = entry->getSize(),
+                         .fileType = file.getExtension(),
+                         .modificationTime = getDate(file)});
+    }
+    std::sort(files.begin(), files.end());
+}
+
+void FileMTransaction::setAttrFilesResult(const char*, std::vector<FileInfo> files,
+                                          QenMoAttributeValueResult_3& result)
+{
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const FileInfo& file = files[i];
+        // linked from the tail: the order of the members is the host's
+        QenMoAttributeStructMember* member =
+            newMember("size", attrTypeUint, {.uintValue = file.size}, nullptr);
+        member = newTextMember("fileType", file.fileType, member);
+        member = newTextMember("modificationTime", file.modificationTime, member);
+        member = newTextMember("fileName", file.fileName, member);
+        result.container->values[i].structValue = member;
+    }
+}
+
+std::string FileMTransaction::getDate(const Poco::Path& path)
+{
+    struct stat status
+    {};
+    if (::stat(path.toString().c_str(), &status) != 0) {
+        return {};
+    }
+    // the time of the last status change, so that a change of permissions or owner moves it too
+    const std::tm* time = std::localtime(&status.st_ctime);
+    if (time == nullptr) {
+        return {};
+    }
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d", time->tm_year + 1900,
+                  time->tm_mon + 1, time->tm_mday, time->tm_hour, time->tm_min, time->tm_sec);
+    return text.data();
+}
+
+} // namespace ZolFileManagement
