@@ -223,7 +223,6 @@ ZolReturnT FakeHost::registerParticipant(unsigned long txHandle, ZolOamSpiTransa
         const std::scoped_lock lock(_mutex);
         _participants.push_back({txHandle, resource});
     }
-    // without the lock: it may call the component, which may call this host again
     if (whileRegistering) {
         whileRegistering(txHandle);
     }
@@ -237,10 +236,16 @@ ZolReturnT FakeHost::addMessage(unsigned int category, const char* text)
     return addMessageCode;
 }
 
-void FakeHost::noteCall(std::string call)
+void FakeHost::noteCall(const std::string& call)
 {
-    const std::scoped_lock lock(_mutex);
-    _calls.push_back(std::move(call));
+    {
+        const std::scoped_lock lock(_mutex);
+        _calls.push_back(call);
+    }
+    // without the lock: it may call the component, which may call this host again
+    if (onCall) {
+        onCall(call);
+    }
 }
 
 } // namespace zoltest

@@ -34,6 +34,8 @@ public:
     ZolReturnT registerComponentCode = 0;
     ZolReturnT registerParticipantCode = 0;
     ZolReturnT addMessageCode = 0; ///< the message is kept all the same
+    /// Called at every call but addMessage, with its text as `calls` gives it, before anything else is done.
+    std::function<void(const std::string&)> onCall;
     /// Called with the handle from within registerParticipant, before it returns.
     std::function<void(unsigned long)> whileRegistering;
 
@@ -70,7 +72,7 @@ public:
     ZolReturnT addMessage(unsigned int category, const char* text);
 
 private:
-    void noteCall(std::string call);
+    void noteCall(const std::string& call);
 
     mutable std::mutex _mutex; // protects all below
     std::vector<std::string> _calls;
