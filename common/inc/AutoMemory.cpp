@@ -15,7 +15,8 @@ AutoMemory::~AutoMemory()
 char* AutoMemory::strdup(const char* text)
 {
     std::unique_ptr<char, decltype(&std::free)> copy(::strdup(text), &std::free);
-    if (copy == nullptr) {
+    if (copy == nullptr)
+    {
         throw std::bad_alloc();
     }
     _strings.push_back(copy.get());
@@ -24,15 +25,16 @@ char* AutoMemory::strdup(const char* text)
 
 void AutoMemory::free()
 {
-    for (auto text = _strings.rbegin(); text != _strings.rend(); ++text) {
-        std::free(*text);
+    while (!_strings.empty())
+    {
+        std::free(_strings.back());
+        _strings.pop_back();
     }
-    _strings.clear();
-
-    for (auto object = _objects.rbegin(); object != _objects.rend(); ++object) {
-        delete *object;
+    while (!_objects.empty())
+    {
+        delete _objects.back();
+        _objects.pop_back();
     }
-    _objects.clear();
 }
 
 } // namespace Zol

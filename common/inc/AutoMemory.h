@@ -60,9 +60,9 @@ public:
     {
         std::unique_ptr<T> unowned(object);
         auto holder = std::make_unique<ObjHolder<T>>(object);
-        unowned.release();
+        static_cast<void>(unowned.release());
         _objects.push_back(holder.get());
-        holder.release();
+        static_cast<void>(holder.release());
         return object;
     }
 

@@ -35,7 +35,8 @@ public:
         _accessor = accessor;
         _portal = _accessor->getPortal("1");
         _portal3 = _accessor->getPortal("3");
-        if (_portal == nullptr) {
+        if (_portal == nullptr)
+        {
             return -1;
         }
 
@@ -52,7 +53,8 @@ public:
 
         const ZolReturnT registered = _portal3 != nullptr ? _portal3->registerComponent(&_record)
                                                           : _portal->registerComponent(&_record);
-        if (registered != 0) {
+        if (registered != 0)
+        {
             return registered;
         }
         return initialize(config);
@@ -62,7 +64,8 @@ public:
     void exit()
     {
         terminate();
-        if (_portal3 != nullptr) {
+        if (_portal3 != nullptr)
+        {
             _portal3->unregisterComponent(&_record);
             _portal3 = nullptr;
         }
@@ -101,10 +104,13 @@ private:
     static ZolReturnT changeState(ZolReturnT (Component::*change)(ZolStateChangeReason),
                                   ZolStateChangeReason reason)
     {
-        try {
+        try
+        {
             Component& component = instance();
             return (component.*change)(reason);
-        } catch (const std::exception&) {
+        }
+        catch (const std::exception&)
+        {
             return -1;
         }
     }

@@ -14,20 +14,25 @@ std::vector<T> MoAccessor::getSeqAttr(const std::string& dn, const std::string& 
     ZOL_TRACE_FORM(0, ::Zol::Trace::Common, "MoAccessor::getAttr<> dName :%s attrName :%s", dn.c_str(),
                    attributeName.c_str());
     MoAttributeValueResult result;
-    try {
+    try
+    {
         getAttrContainer(dn, attributeName, result);
-    } catch (const ZolException&) {
+    }
+    catch (const ZolException&)
+    {
         return {};
     }
     const ZolMoAttributeValueContainer_3* container = result.container;
-    if (container == nullptr || container->nrOfValues == 0 || container->values == nullptr) {
+    if (container == nullptr || container->nrOfValues == 0 || container->values == nullptr)
+    {
         return {};
     }
 
     validateType(*container, getSpiType<T>());
     std::vector<T> elements;
     elements.reserve(container->nrOfValues);
-    for (uint32_t i = 0; i < container->nrOfValues; ++i) {
+    for (uint32_t i = 0; i < container->nrOfValues; ++i)
+    {
         elements.push_back(extractAttr<T>(container->values[i]));
     }
     return elements;

@@ -5,8 +5,9 @@
 #include <zol/spi/ZolOamSpiTransactionalResource_1.h>
 
 // The C library's own report of a failed assertion; <assert.h> doesn't declare it in a release build.
-extern "C" [[noreturn]] void __assert_fail(const char* assertion, const char* file, unsigned int line,
-                                           const char* function) noexcept;
+// NOLINTNEXTLINE(readability-redundant-declaration)
+extern "C" void __assert_fail(const char* assertion, const char* file, unsigned int line,
+                              const char* function) noexcept __attribute__((noreturn));
 
 namespace Zol
 {
@@ -14,7 +15,8 @@ namespace Zol
 /// A second live binder of a class would take the first one's calls, so it stops the process in every build.
 inline void assertNoInstance(bool none, unsigned int line, const char* function)
 {
-    if (!none) {
+    if (!none)
+    {
         __assert_fail("!_instance", "common/inc/ZolInterfaceBinders", line, function);
     }
 }
@@ -24,9 +26,12 @@ inline void assertNoInstance(bool none, unsigned int line, const char* function)
 template<class T, class... Parameters, class... Arguments>
 ZolReturnT forwardTo(T* instance, ZolReturnT (T::*operation)(Parameters...), Arguments... arguments)
 {
-    try {
+    try
+    {
         return (instance->*operation)(arguments...);
-    } catch (const std::exception&) {
+    }
+    catch (const std::exception&)
+    {
         return -1;
     }
 }

@@ -14,7 +14,7 @@ const std::string noDirectoryDeleteMarker(".filemnodirectorydelete");
 
 Poco::File markerIn(const Poco::Path& directory, const std::string& marker)
 {
-    return Poco::File(directory.toString() + "/" + marker);
+    return {directory.toString() + "/" + marker};
 }
 
 } // namespace

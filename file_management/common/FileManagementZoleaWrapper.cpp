@@ -40,19 +40,22 @@ std::string FileManagementZoleaWrapper::invokeZolea(const std::string& arguments
 
     errno = 0;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(::popen(commandLine.c_str(), "r"), ::pclose);
-    if (output == nullptr) {
+    if (output == nullptr)
+    {
         failToInvoke(commandLine, errno);
     }
     ZOL_PLAIN_TRACE("Executing '%s'", commandLine.c_str());
 
     std::string result;
     std::array<char, 1024> buffer{};
-    while (std::fgets(buffer.data(), static_cast<int>(buffer.size()), output.get()) != nullptr) {
+    while (std::fgets(buffer.data(), static_cast<int>(buffer.size()), output.get()) != nullptr)
+    {
         result += buffer.data();
     }
 
     errno = 0;
-    if (::pclose(output.release()) == -1) {
+    if (::pclose(output.release()) == -1)
+    {
         failToInvoke(commandLine, errno);
     }
     ZOL_PLAIN_TRACE("Executed '%s'", commandLine.c_str());
@@ -67,7 +70,8 @@ bool FileManagementZoleaWrapper::readConfiguration(std::string& internalRoot)
     ZOL_ENTER_TRACE(" >> ");
     internalRoot = invokeZolea("file-system internalRoot");
     const auto last = internalRoot.find_last_not_of(" \t\n");
-    if (last != std::string::npos) {
+    if (last != std::string::npos)
+    {
         internalRoot.erase(last + 1);
     }
     ZOL_EXIT_TRACE(" << ");
@@ -77,8 +81,10 @@ bool FileManagementZoleaWrapper::readConfiguration(std::string& internalRoot)
 std::string FileManagementZoleaWrapper::serialize(const std::vector<std::string>& arguments) const
 {
     std::string text;
-    for (const auto& argument : arguments) {
-        if (&argument != &arguments.front()) {
+    for (const auto& argument : arguments)
+    {
+        if (&argument != &arguments.front())
+        {
             text += ' ';
         }
         text += argument;

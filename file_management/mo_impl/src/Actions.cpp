@@ -19,9 +19,11 @@ ZolReturnT FileMTransaction::action(const char* dn, const char* actionName,
     value = false;
 
     const std::string_view name = actionName;
-    if (name == "removeFile") {
+    if (name == "removeFile")
+    {
         const QenMoNamedAttributeValueContainer_3* parameter = parameters[0];
-        if (parameter == nullptr || parameter->nrOfValues != 1 || parameter->valueType != attrTypeString) {
+        if (parameter == nullptr || parameter->nrOfValues != 1 || parameter->valueType != attrTypeString)
+        {
             ZOL_PLAIN_TRACE("Action call failed: Wrong type or wrong number parameters for action %s",
                             actionName);
             return -8;
@@ -32,8 +34,10 @@ ZolReturnT FileMTransaction::action(const char* dn, const char* actionName,
         value = removed;
         return code;
     }
-    if (name == "remove") {
-        if (isLink(path)) {
+    if (name == "remove")
+    {
+        if (isLink(path))
+        {
             return -1;
         }
         _nonComittedData.addDeletedDir(path);
@@ -49,7 +53,8 @@ ZolReturnT FileMTransaction::removeFileAction(const Poco::Path& directory, const
 {
     ZOL_ENTER_TRACE(" >> Removing files matching expression %s", expression.c_str());
     const Zol::RegularExpression pattern(expression, REG_EXTENDED | REG_NOSUB);
-    if (!pattern.isExpressionValid()) {
+    if (!pattern.isExpressionValid())
+    {
         addThreadContextMessage("Invalid regular expression");
         ZOL_PLAIN_TRACE("Failed to compile file name pattern (%s)", expression.c_str());
         return -1;
@@ -58,8 +63,10 @@ ZolReturnT FileMTransaction::removeFileAction(const Poco::Path& directory, const
     FileGroupIterator files(directory, _nonComittedData, true);
     removed = false;
     Poco::Path file;
-    while (files.getNext(file)) {
-        if (pattern.match(file.getFileName(), 0) && !isLink(file)) {
+    while (files.getNext(file))
+    {
+        if (pattern.match(file.getFileName(), 0) && !isLink(file))
+        {
             _nonComittedData.addDeletedFile(file);
             removed = true;
         }

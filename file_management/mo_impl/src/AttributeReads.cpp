@@ -33,40 +33,53 @@ ZolReturnT FileMTransaction::getAttribute(const char* dn, const char* attributeN
 {
     ZOL_ENTER_TRACE(" >>  dn :%s, attr :%s", dn, attributeName);
     result = {nullptr, nullptr};
-    try {
+    try
+    {
         const std::string className = Zol::DnUtil::getClass(dn);
-        if (className == fileMConfigDataClassName) {
+        if (className == fileMConfigDataClassName)
+        {
             getFileConfigurationAttribute(dn, attributeName, result);
             return 0;
         }
 
         Poco::Path path = convertDnToPath(dn);
-        if (FileManagementConstrainsUtil::isHidden(path)) {
+        if (FileManagementConstrainsUtil::isHidden(path))
+        {
             ZOL_PLAIN_TRACE("File is hidden, path :%s, dn :%s", path.toString().c_str(), dn);
             return -2;
         }
-        if (!Poco::File(path).exists() && !_nonComittedData.isDirCreated(path)) {
+        if (!Poco::File(path).exists() && !_nonComittedData.isDirCreated(path))
+        {
             std::string lookupDn = dn;
-            if (replace3gppIllegalChars(lookupDn)) {
+            if (replace3gppIllegalChars(lookupDn))
+            {
                 path = convertDnToPath(lookupDn.c_str());
-            } else {
+            }
+            else
+            {
                 ZOL_PLAIN_TRACE("File not exists, path :%s, dn :%s", path.toString().c_str(), dn);
             }
         }
 
-        if (className == fileInformationClassName) {
+        if (className == fileInformationClassName)
+        {
             getFileInformationAttribute(dn, attributeName, path, result);
             return 0;
         }
-        if (className == fileGroupClassName) {
+        if (className == fileGroupClassName)
+        {
             getFileGroupAttribute(dn, attributeName, path, result);
             return 0;
         }
         ZOL_SEVERITY_LOG(3, "Unexpected mo class :%s, dn :%s", className.c_str(), dn);
         return -1;
-    } catch (const Zol::ZolException& failure) {
+    }
+    catch (const Zol::ZolException& failure)
+    {
         return failure.code();
-    } catch (const std::exception& failure) {
+    }
+    catch (const std::exception& failure)
+    {
         ZOL_TRACE_UNEXPECTED_EXCEPTION(failure);
         return -1;
     }
@@ -76,22 +89,26 @@ ZolReturnT FileMTransaction::getAttributes(const char* dn, const char** attribut
                                            QenMoAttributeValuesResult_3& result) noexcept
 {
     std::size_t count = 0;
-    while (attributeNames != nullptr && attributeNames[count] != nullptr) {
+    while (attributeNames != nullptr && attributeNames[count] != nullptr)
+    {
         ++count;
     }
     result.containers = static_cast<QenMoAttributeValueContainer_3**>(
         std::calloc(count + 1, sizeof(QenMoAttributeValueContainer_3*)));
-    if (result.containers == nullptr) {
+    if (result.containers == nullptr)
+    {
         result.releaseCallback = nullptr;
         return -1;
     }
     result.releaseCallback = releaseAttributesResultCB;
 
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < count; ++i)
+    {
         QenMoAttributeValueResult_3 single;
         const ZolReturnT code = getAttribute(dn, attributeNames[i], single);
         result.containers[i] = single.container;
-        if (code != 0) {
+        if (code != 0)
+        {
             releaseAttributesResultCB(result.containers);
             result = {nullptr, nullptr};
             return code;
@@ -104,25 +121,35 @@ void FileMTransaction::getFileGroupAttribute(const char* dn, const char* attribu
                                              const Poco::Path& path, QenMoAttributeValueResult_3& result)
 {
     const std::string name = attributeName;
-    if (name == fileGroupIdAttrName) {
+    if (name == fileGroupIdAttrName)
+    {
         setAttrStringResult(getRdnValue(dn), result);
-    } else if (name == "internalHousekeeping") {
+    }
+    else if (name == "internalHousekeeping")
+    {
         const bool isHousekeepingInternal = !FileManagementConstrainsUtil::isHouskeeepingAllowed(path);
         initAttrResult(attrTypeBool, 1, result);
         result.container->values[0].boolValue = isHousekeepingInternal;
-    } else if (name == "reservedByPolicy") {
+    }
+    else if (name == "reservedByPolicy")
+    {
         std::vector<std::string> reservers;
         getFileGroupReservers(dn, reservers);
         initAttrResult(attrTypeReference, static_cast<unsigned int>(reservers.size()), result);
-        for (std::size_t i = 0; i < reservers.size(); ++i) {
+        for (std::size_t i = 0; i < reservers.size(); ++i)
+        {
             result.container->values[i].referenceValue = ::strdup(reservers[i].c_str());
         }
-    } else if (name == "files") {
+    }
+    else if (name == "files")
+    {
         std::vector<FileInfo> files;
         getFileGroupFiles(dn, files);
         initAttrResult(attrTypeStruct, static_cast<unsigned int>(files.size()), result);
         setAttrFilesResult(dn, files, result);
-    } else {
+    }
+    else
+    {
         failForUnknownAttribute();
     }
 }
@@ -132,21 +159,32 @@ void FileMTransaction::getFileInformationAttribute(const char* dn, const char* a
                                                    QenMoAttributeValueResult_3& result)
 {
     const std::string name = attributeName;
-    if (name == fileInformationIdAttrName) {
+    if (name == fileInformationIdAttrName)
+    {
         setAttrStringResult(getRdnValue(dn), result);
-    } else if (name == "modificationTime") {
+    }
+    else if (name == "modificationTime")
+    {
         setAttrStringResult(Poco::File(path).exists() ? getDate(path) : std::string(), result);
-    } else if (name == "size") {
+    }
+    else if (name == "size")
+    {
         const Poco::File file(path);
         const Poco::File::FileSize size = file.exists() ? file.getSize() : 0;
         initAttrResult(attrTypeInt, 1, result);
         result.container->values[0].intValue = static_cast<std::int64_t>(size);
-    } else if (name == "type") {
+    }
+    else if (name == "type")
+    {
         setAttrStringResult(path.getExtension(), result);
-    } else if (name == "open") {
+    }
+    else if (name == "open")
+    {
         initAttrResult(attrTypeBool, 1, result);
         result.container->values[0].boolValue = false;
-    } else {
+    }
+    else
+    {
         failForUnknownAttribute();
     }
 }
@@ -155,13 +193,18 @@ void FileMTransaction::getFileConfigurationAttribute(const char* dn, const char*
                                                      QenMoAttributeValueResult_3& result)
 {
     const std::string name = attributeName;
-    if (name == fileMConfigDataIdAttrName) {
+    if (name == fileMConfigDataIdAttrName)
+    {
         setAttrStringResult(getRdnValue(dn), result);
-    } else if (name == "internalRoot") {
+    }
+    else if (name == "internalRoot")
+    {
         std::string internalRoot;
         FileManagementZoleaWrapper().readConfiguration(internalRoot);
         setAttrStringResult(internalRoot, result);
-    } else {
+    }
+    else
+    {
         failForUnknownAttribute();
     }
 }

@@ -24,12 +24,16 @@ std::uint64_t nextIteratorId = 0;
 ZolReturnT FileMTransaction::newIterator(const char* parentDn, const char* className,
                                          unsigned long long* iteratorId) noexcept
 {
-    if (className == fileMConfigDataClassName) {
+    if (className == fileMConfigDataClassName)
+    {
         *iteratorId = ++nextIteratorId;
-        try {
+        try
+        {
             auto* iterator = _autoMemory.newObj<FileConfigIterator>();
             _fileConfigIterators.insert({*iteratorId, iterator});
-        } catch (const std::exception& failure) {
+        }
+        catch (const std::exception& failure)
+        {
             ZOL_TRACE_UNEXPECTED_EXCEPTION(failure);
             return -1;
         }
@@ -38,16 +42,20 @@ ZolReturnT FileMTransaction::newIterator(const char* parentDn, const char* class
 
     const Poco::Path path = convertDnToPath(parentDn);
     const bool iterateFiles = className == fileInformationClassName;
-    if (!iterateFiles && className != fileGroupClassName) {
+    if (!iterateFiles && className != fileGroupClassName)
+    {
         ZOL_PLAIN_TRACE("Unexpected MO classname :%s", className);
         return -1;
     }
 
     *iteratorId = ++nextIteratorId;
-    try {
+    try
+    {
         auto* iterator = _autoMemory.addObj(new FileGroupIterator(path, _nonComittedData, iterateFiles));
         _fileGroupIterators.insert({*iteratorId, iterator});
-    } catch (const std::exception& failure) {
+    }
+    catch (const std::exception& failure)
+    {
         ZOL_TRACE_UNEXPECTED_EXCEPTION(failure);
         return -1;
     }
@@ -56,18 +64,24 @@ ZolReturnT FileMTransaction::newIterator(const char* parentDn, const char* class
 
 ZolReturnT FileMTransaction::next(unsigned long long iteratorId, char** name) noexcept
 {
-    try {
+    try
+    {
         *name = nullptr;
-        if (const auto group = _fileGroupIterators.find(iteratorId); group != _fileGroupIterators.end()) {
+        if (const auto group = _fileGroupIterators.find(iteratorId); group != _fileGroupIterators.end())
+        {
             FileGroupIterator& iterator = *group->second;
             Poco::Path path;
-            if (!iterator.getNext(path)) {
+            if (!iterator.getNext(path))
+            {
                 return 0;
             }
             std::string value = path.makeFile().getFileName();
-            if (iterator._lastIsFile) {
+            if (iterator._lastIsFile)
+            {
                 alignNameWithQuestionMark(value);
-            } else {
+            }
+            else
+            {
                 alignFileGroupWith3gppRdn(value);
             }
             *name = _autoMemory.strdup(value.c_str());
@@ -75,15 +89,19 @@ ZolReturnT FileMTransaction::next(unsigned long long iteratorId, char** name) no
         }
 
         const auto config = _fileConfigIterators.find(iteratorId);
-        if (config == _fileConfigIterators.end()) {
+        if (config == _fileConfigIterators.end())
+        {
             return -2;
         }
         std::string value;
-        if (config->second->getNext(value)) {
+        if (config->second->getNext(value))
+        {
             *name = _autoMemory.strdup(value.c_str());
         }
         return 0;
-    } catch (const std::exception& failure) {
+    }
+    catch (const std::exception& failure)
+    {
         ZOL_TRACE_UNEXPECTED_EXCEPTION(failure);
         return -1;
     }
@@ -94,12 +112,14 @@ ZolReturnT FileMTransaction::countMoChildren(const char* dn, const char* classNa
     *count = 0;
     const Poco::Path path = convertDnToPath(dn);
     const bool iterateFiles = className == fileInformationClassName;
-    if (!iterateFiles && className != fileGroupClassName) {
+    if (!iterateFiles && className != fileGroupClassName)
+    {
         return 0;
     }
     FileGroupIterator children(path, _nonComittedData, iterateFiles);
     Poco::Path child;
-    while (children.getNext(child)) {
+    while (children.getNext(child))
+    {
         ++*count;
     }
     return 0;
@@ -109,12 +129,15 @@ bool FileMTransaction::isDirContainingFiles(const Poco::Path& directory)
 {
     Poco::Path entry;
     FileGroupIterator files(directory, _nonComittedData, true);
-    if (files.getNext(entry)) {
+    if (files.getNext(entry))
+    {
         return true;
     }
     FileGroupIterator directories(directory, _nonComittedData, false);
-    while (directories.getNext(entry)) {
-        if (isDirContainingFiles(entry)) {
+    while (directories.getNext(entry))
+    {
+        if (isDirContainingFiles(entry))
+        {
             return true;
         }
     }
@@ -123,13 +146,15 @@ bool FileMTransaction::isDirContainingFiles(const Poco::Path& directory)
 
 bool FileMTransaction::existsMo(const char* dn)
 {
-    if (!checkDn(dn)) {
+    if (!checkDn(dn))
+    {
         return false;
     }
     const Poco::Path path = convertDnToPath(dn);
     const Poco::File file(path);
     const bool isGroup = Zol::DnUtil::getClass(dn) == fileGroupClassName;
-    if (!FileManagementConstrainsUtil::isHidden(path) && file.exists() && file.isDirectory() == isGroup) {
+    if (!FileManagementConstrainsUtil::isHidden(path) && file.exists() && file.isDirectory() == isGroup)
+    {
         return true;
     }
     return isGroup && _nonComittedData.isDirCreated(path);

@@ -24,10 +24,14 @@ constexpr mode_t setgidBit = 02000;
 // What can't be removed stays, and what has vanished is no failure: the rest is to go all the same.
 void removeAll(const NonComittedData::Paths& paths)
 {
-    for (const Poco::Path& path : paths) {
-        try {
+    for (const Poco::Path& path : paths)
+    {
+        try
+        {
             Poco::File(path).remove(true);
-        } catch (...) {
+        }
+        catch (...)
+        {
             continue;
         }
     }
@@ -37,7 +41,8 @@ mode_t modeOfNewDirectory(const std::string& directory)
 {
     // dirname may write into its argument
     const std::unique_ptr<char, void (*)(void*)> copy(::strdup(directory.c_str()), std::free);
-    if (copy == nullptr) {
+    if (copy == nullptr)
+    {
         throw std::bad_alloc();
     }
     struct stat parent
@@ -51,7 +56,8 @@ void createDirectory(const Poco::Path& path)
 {
     Poco::File(path).createDirectories();
     const std::string directory = path.toString();
-    if (::chmod(directory.c_str(), modeOfNewDirectory(directory)) != 0) {
+    if (::chmod(directory.c_str(), modeOfNewDirectory(directory)) != 0)
+    {
         ZOL_SEVERITY_LOG(4, "Unable to modify the permissions of %s", directory.c_str());
     }
 }
@@ -62,14 +68,18 @@ ZolReturnT FileMTransaction::commit() noexcept
 {
     ZOL_ENTER_TRACE(" >> ");
     ZolReturnT result = 0;
-    try {
+    try
+    {
         removeAll(_nonComittedData._deletedFiles);
         // a parent comes before its children, which then see the mode that it has just been given
-        for (const Poco::Path& path : _nonComittedData._createdDirs) {
+        for (const Poco::Path& path : _nonComittedData._createdDirs)
+        {
             createDirectory(path);
         }
         removeAll(_nonComittedData._deletedDirs);
-    } catch (const std::exception& failure) {
+    }
+    catch (const std::exception& failure)
+    {
         ZOL_PLAIN_TRACE("FileMTransaction::commit, unexpected exception : %s", failure.what());
         result = -1;
     }
@@ -89,7 +99,8 @@ ZolReturnT FileMTransaction::abort() noexcept
 
 void FileMTransaction::modifyFileOwnerAndGroup(const char* path, unsigned int owner, unsigned int group)
 {
-    if (::chown(path, owner, group) != 0) {
+    if (::chown(path, owner, group) != 0)
+    {
         const int error = errno;
         ZOL_SEVERITY_LOG(3, "Error occurred while changing the group of directory %s, error %s", path,
                          std::strerror(error));

@@ -5,7 +5,8 @@ namespace ZolFileManagement
 
 bool FileConfigIterator::getNext(std::string& value)
 {
-    if (_position >= _count) {
+    if (_position >= _count)
+    {
         return false;
     }
     value = _value;

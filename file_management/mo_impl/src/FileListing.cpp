@@ -20,17 +20,18 @@ namespace
 
 // The released result frees each of these by itself, so that nothing is shared.
 QenMoAttributeStructMember* newMember(const char* name, QenOamSpiMoAttributeType_3 type,
-                                      QenMoAttributeValue_3 value, QenMoAttributeStructMember* next)
+                                      QenMoAttributeStructMember* next)
 {
-    auto* values = new QenMoAttributeValue_3[1]{value};
-    auto* container = new QenMoAttributeValueContainer_3{type, 1, values};
+    auto* container = new QenMoAttributeValueContainer_3{type, 1, new QenMoAttributeValue_3[1]};
     return new QenMoAttributeStructMember{::strdup(name), container, next};
 }
 
 QenMoAttributeStructMember* newTextMember(const char* name, const std::string& text,
                                           QenMoAttributeStructMember* next)
 {
-    return newMember(name, attrTypeString, {.stringValue = ::strdup(text.c_str())}, next);
+    QenMoAttributeStructMember* member = newMember(name, attrTypeString, next);
+    member->memberValue->values[0].stringValue = ::strdup(text.c_str());
+    return member;
 }
 
 } // namespace
@@ -38,15 +39,18 @@ QenMoAttributeStructMember* newTextMember(const char* name, const std::string& t
 void FileMTransaction::getFileGroupFiles(const char* dn, std::vector<FileInfo>& files)
 {
     const Poco::Path path = convertDnToPath(dn);
-    if (_nonComittedData.isDirCreated(path)) {
+    if (_nonComittedData.isDirCreated(path))
+    {
         return;
     }
 
     const Poco::DirectoryIterator end;
-    for (Poco::DirectoryIterator entry(path); entry != end; ++entry) {
+    for (Poco::DirectoryIterator entry(path); entry != end; ++entry)
+    {
         const Poco::Path& file = entry.path();
         if (!entry->isFile() || _nonComittedData._deletedFiles.contains(file) ||
-            _nonComittedData._deletedDirs.contains(file) || FileManagementConstrainsUtil::isHidden(file)) {
+            _nonComittedData._deletedDirs.contains(file) || FileManagementConstrainsUtil::isHidden(file))
+        {
             continue;
         }
         files.push_back({.fileName = file.getFileName(),
@@ -60,11 +64,12 @@ void FileMTransaction::getFileGroupFiles(const char* dn, std::vector<FileInfo>& 
 void FileMTransaction::setAttrFilesResult(const char*, std::vector<FileInfo> files,
                                           QenMoAttributeValueResult_3& result)
 {
-    for (std::size_t i = 0; i < files.size(); ++i) {
+    for (std::size_t i = 0; i < files.size(); ++i)
+    {
         const FileInfo& file = files[i];
         // linked from the tail: the order of the members is the host's
-        QenMoAttributeStructMember* member =
-            newMember("size", attrTypeUint, {.uintValue = file.size}, nullptr);
+        QenMoAttributeStructMember* member = newMember("size", attrTypeUint, nullptr);
+        member->memberValue->values[0].uintValue = file.size;
         member = newTextMember("fileType", file.fileType, member);
         member = newTextMember("modificationTime", file.modificationTime, member);
         member = newTextMember("fileName", file.fileName, member);
@@ -76,12 +81,14 @@ std::string FileMTransaction::getDate(const Poco::Path& path)
 {
     struct stat status
     {};
-    if (::stat(path.toString().c_str(), &status) != 0) {
+    if (::stat(path.toString().c_str(), &status) != 0)
+    {
         return {};
     }
     // the time of the last status change, so that a change of permissions or owner moves it too
     const std::tm* time = std::localtime(&status.st_ctime);
-    if (time == nullptr) {
+    if (time == nullptr)
+    {
         return {};
     }
     std::array<char, 80> text{};

@@ -10,7 +10,8 @@ FileMMoImpl::FileMMoImpl() = default;
 
 FileMMoImpl::~FileMMoImpl()
 {
-    for (const auto& [txHandle, transaction] : _transactions) {
+    for (const auto& [txHandle, transaction] : _transactions)
+    {
         delete transaction;
     }
 }

@@ -28,7 +28,6 @@ FileManagementComponent::FileManagementComponent()
     : Component("ZolFileManagementComponent", "ZolMgmtSpiComponent", "1")
     , _resourceBinder(transactionalResource, _moImpl)
     , _objectBinder(managedObject, _moImpl)
-    , _started(false)
 {
     _dependencies = {&transactionMaster, &transaction, &log, &trace, &threadContext};
     _interfaces = {reinterpret_cast<QenMgmtSpiInterface_1*>(_resourceBinder.table()),
@@ -42,7 +41,8 @@ ZolReturnT FileManagementComponent::initialize(const char* config)
     ZOL_ENTER_TRACE(" >> ");
     ZOL_PLAIN_TRACE("[libzol_file_management.so] -- zolLCMinit ...  \n");
     const ZolReturnT result = loadConfiguration(config);
-    if (result != 0) {
+    if (result != 0)
+    {
         ZOL_SEVERITY_LOG(4, "Could not load the configuration for FileManagementComponent Component.");
         return result;
     }
@@ -55,10 +55,13 @@ ZolReturnT FileManagementComponent::loadConfiguration(const std::string& config)
     ZOL_ENTER_TRACE(" >> %s", config.c_str());
     ZolFileManagementCommon::FileManagementConfigHandler handler(_record.componentName);
     ZolReturnT result = 0;
-    if (const int code = handler.load(config); code != 0) {
+    if (const int code = handler.load(config); code != 0)
+    {
         ZOL_SEVERITY_LOG(4, "Failed to load components configuration! (%d)", code);
         result = -1;
-    } else {
+    }
+    else
+    {
         ZOL_PLAIN_TRACE("FileManagementComponent configuration read");
     }
     handler.getInternalRoot(_internalRoot);
@@ -70,16 +73,21 @@ ZolReturnT FileManagementComponent::loadConfiguration(const std::string& config)
 ZolReturnT FileManagementComponent::start(ZolStateChangeReason reason)
 {
     ZOL_ENTER_TRACE(" >> Starting FileManagement service. Reason: %d", static_cast<int>(reason));
-    if (_internalRoot.empty()) {
-        try {
+    if (_internalRoot.empty())
+    {
+        try
+        {
             _wrapper.readConfiguration(_internalRoot);
-        } catch (const std::exception& failure) {
+        }
+        catch (const std::exception& failure)
+        {
             ZOL_SEVERITY_LOG(3, "ZOLEA readConfiguration failed: %s", failure.what());
             return -1;
         }
     }
 
-    if (::access(_internalRoot.c_str(), F_OK) != 0) {
+    if (::access(_internalRoot.c_str(), F_OK) != 0)
+    {
         ZOL_SEVERITY_LOG(3, "The File Management internal root path (%s) does not exist.",
                          _internalRoot.c_str());
         ZOL_EXIT_TRACE(" << ");
@@ -101,7 +109,8 @@ ZolReturnT FileManagementComponent::start(ZolStateChangeReason reason)
 ZolReturnT FileManagementComponent::stop(ZolStateChangeReason reason)
 {
     ZOL_ENTER_TRACE(" >> Stopping FileManagement service with reason: %d", static_cast<int>(reason));
-    if (!_started) {
+    if (!_started)
+    {
         ZOL_SEVERITY_LOG(4, "FileManagement service is already stopped.");
     }
     _started = false;
@@ -119,7 +128,8 @@ ZolMgmtSpiInterface_1* FileManagementComponent::getInterface(const ZolMgmtSpiInt
 {
     ZOL_ENTER_TRACE(" >> Try to get interface %s", id.interfaceName);
     ZolMgmtSpiInterface_1* found = nullptr;
-    if (_portal->getInterface(id, &found) != 0) {
+    if (_portal->getInterface(id, &found) != 0)
+    {
         found = nullptr;
     }
     ZOL_EXIT_TRACE(" << ");

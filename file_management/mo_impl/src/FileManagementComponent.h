@@ -39,7 +39,7 @@ private:
     std::string _internalRoot;
     Zol::TransactionalResource1Binder<FileMMoImpl> _resourceBinder;
     Zol::ManagedObject3Binder<FileMMoImpl> _objectBinder;
-    bool _started;
+    bool _started = false;
 };
 
 } // namespace ZolFileManagement

@@ -15,7 +15,8 @@ bool isLink(const Poco::Path& path)
     const std::string text = Poco::Path(path).makeFile().toString();
     struct stat status
     {};
-    if (::lstat(text.c_str(), &status) != 0) {
+    if (::lstat(text.c_str(), &status) != 0)
+    {
         const int reason = errno;
         ZOL_PLAIN_TRACE("Warning: could not stat %s, reason :%d", text.c_str(), reason);
         return false;

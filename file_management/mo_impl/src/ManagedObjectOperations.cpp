@@ -48,7 +48,8 @@ ZolReturnT FileMMoImpl::newMoIterator(unsigned long txHandle, const char* parent
     FileMTransaction* transaction = findTransaction(txHandle);
     const ZolReturnT code =
         transaction != nullptr ? transaction->newIterator(parentDn, className, iteratorId) : -2;
-    if (code == 0) {
+    if (code == 0)
+    {
         _iterators.insert({*iteratorId, txHandle});
     }
     ZOL_EXIT_TRACE(" << ");
@@ -62,12 +63,16 @@ ZolReturnT FileMMoImpl::nextMo(unsigned long long iteratorId, char** name)
     ZOL_ENTER_TRACE(" >> '%llu'", iteratorId);
     *name = nullptr;
     ZolReturnT code = -2;
-    if (const auto iterator = _iterators.find(iteratorId); iterator != _iterators.end()) {
-        if (FileMTransaction* transaction = findTransaction(iterator->second); transaction != nullptr) {
+    if (const auto iterator = _iterators.find(iteratorId); iterator != _iterators.end())
+    {
+        if (FileMTransaction* transaction = findTransaction(iterator->second); transaction != nullptr)
+        {
             // a failed step looks like the end of the iteration: the host goes by the name alone
             transaction->next(iteratorId, name);
             code = 0;
-        } else {
+        }
+        else
+        {
             ZOL_PLAIN_TRACE("Call failed: Iterator has no matching transaction");
             code = -1;
         }
@@ -124,7 +129,8 @@ ZolReturnT FileMMoImpl::existsMo(unsigned long txHandle, const char* dn, bool* e
     ZOL_ENTER_TRACE(" >> txHandle='%lu'", txHandle);
     const Poco::ScopedLock<Poco::Mutex> lock(_mutex);
     FileMTransaction* transaction = findTransaction(txHandle);
-    if (transaction == nullptr) {
+    if (transaction == nullptr)
+    {
         return -2;
     }
     *exists = transaction->existsMo(dn);

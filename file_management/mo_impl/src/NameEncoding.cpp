@@ -22,7 +22,8 @@ const std::string plusPlaceholder("\xD6\xD6\xD6\xF1");
 
 void replaceAll(std::string& text, const Replacements& table)
 {
-    for (const auto& [key, value] : table) {
+    for (const auto& [key, value] : table)
+    {
         boost::algorithm::replace_all(text, key, value);
     }
 }
@@ -30,11 +31,13 @@ void replaceAll(std::string& text, const Replacements& table)
 void stripQuotes(std::string& text)
 {
     const auto size = text.size();
-    if (size < 2 || text.front() != '"' || text.back() != '"') {
+    if (size < 2 || text.front() != '"' || text.back() != '"')
+    {
         return;
     }
     const bool isClosingEscaped = text[size - 2] == '\\' && (size < 4 || text[size - 3] != '\\');
-    if (isClosingEscaped) {
+    if (isClosingEscaped)
+    {
         return;
     }
     text.erase(0, 1);
@@ -69,11 +72,13 @@ void FileMTransaction::alignFileGroupWith3gppRdn(std::string& name)
 bool FileMTransaction::illegalNaming(const char* name, std::string& error)
 {
     const std::string text = name;
-    if (const auto illegal = text.find_first_of("/|"); illegal != std::string::npos) {
+    if (const auto illegal = text.find_first_of("/|"); illegal != std::string::npos)
+    {
         error = std::string("FileGroup contains illegal character(") + text[illegal] + ")";
         return true;
     }
-    if (text.find_first_not_of('.') == std::string::npos) {
+    if (text.find_first_not_of('.') == std::string::npos)
+    {
         error = "FileGroup name not allowed (" + text + ")";
         return true;
     }

@@ -17,9 +17,11 @@ constexpr std::array candidates{"\\n", "\\r", ",", "=", "+", "<", ">", "#", ";",
 
 bool FileMTransaction::replace3gppIllegalChars(std::string& dn)
 {
-    for (const char* candidate : candidates) {
+    for (const char* candidate : candidates)
+    {
         const std::string candidateDn = boost::algorithm::replace_all_copy(dn, "??", candidate);
-        if (Poco::File(convertDnToPath(candidateDn.c_str())).exists()) {
+        if (Poco::File(convertDnToPath(candidateDn.c_str())).exists())
+        {
             dn = candidateDn;
             return true;
         }

@@ -8,7 +8,8 @@ namespace
 
 void withdrawOrAdd(const Poco::Path& path, NonComittedData::Paths& opposite, NonComittedData::Paths& intended)
 {
-    if (opposite.erase(path) == 0) {
+    if (opposite.erase(path) == 0)
+    {
         intended.insert(path);
     }
 }

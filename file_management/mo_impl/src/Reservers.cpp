@@ -10,9 +10,12 @@ void FileMTransaction::getFileGroupReservers(const char* dn, std::vector<std::st
     accessor.useTransaction(_txHandle);
     std::list<std::string> policies;
     accessor.getChildren(getFileMRoot(), "FileGroupPolicy", policies);
-    for (const std::string& policy : policies) {
-        for (const auto& reference : accessor.getSeqAttr<Zol::MoAccessor::MoRef>(policy, "fileGroup")) {
-            if (reference.dn == dn) {
+    for (const std::string& policy : policies)
+    {
+        for (const auto& reference : accessor.getSeqAttr<Zol::MoAccessor::MoRef>(policy, "fileGroup"))
+        {
+            if (reference.dn == dn)
+            {
                 reservers.push_back(policy);
             }
         }

@@ -12,7 +12,8 @@ void FileMTransaction::initAttrResult(QenOamSpiMoAttributeType_3 type, unsigned 
 {
     result.releaseCallback = releaseAttrResultCB;
     result.container = new QenMoAttributeValueContainer_3{type, count, nullptr};
-    if (count != 0) {
+    if (count != 0)
+    {
         result.container->values = new QenMoAttributeValue_3[count];
     }
 }
@@ -30,10 +31,12 @@ void FileMTransaction::releaseAttrResultCB(QenMoAttributeValueContainer_3* conta
 
 void FileMTransaction::releaseAttributesResultCB(QenMoAttributeValueContainer_3** containers)
 {
-    if (containers == nullptr) {
+    if (containers == nullptr)
+    {
         return;
     }
-    for (QenMoAttributeValueContainer_3** container = containers; *container != nullptr; ++container) {
+    for (QenMoAttributeValueContainer_3** container = containers; *container != nullptr; ++container)
+    {
         Zol::MoUtils::deleteAttributeValueContainer(*container);
     }
     std::free(containers);

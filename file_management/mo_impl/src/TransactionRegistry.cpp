@@ -13,9 +13,12 @@ ZolReturnT FileMMoImpl::join(unsigned long txHandle)
     ZOL_ENTER_TRACE(" >> txHandle='%lu'", txHandle);
     const Poco::ScopedLock<Poco::Mutex> lock(_mutex);
     const ZolReturnT result = _transactionInterface->registerParticipant(txHandle, _resourceInterface);
-    if (result != 0) {
+    if (result != 0)
+    {
         ZOL_SEVERITY_LOG(3, "Failed to registerParticipant");
-    } else {
+    }
+    else
+    {
         auto transaction = std::make_unique<FileMTransaction>(txHandle, *_portal);
         _transactions.insert({txHandle, transaction.get()});
         // a handle that is joined twice keeps its first worker, and the second one is lost on purpose
@@ -63,7 +66,8 @@ ZolReturnT FileMMoImpl::finish(unsigned long txHandle)
     ZOL_ENTER_TRACE(" >> txHandle='%lu'", txHandle);
     const Poco::ScopedLock<Poco::Mutex> lock(_mutex);
     ZolReturnT result = -2;
-    if (FileMTransaction* transaction = findTransaction(txHandle); transaction != nullptr) {
+    if (FileMTransaction* transaction = findTransaction(txHandle); transaction != nullptr)
+    {
         result = transaction->finish();
         delete transaction;
         _transactions.erase(txHandle);
