@@ -2,9 +2,12 @@
  * in it and commits.
  *
  *     minimal_host LIBRARY ROOT DIRECTORY NEWDIRECTORY
+ *
+ * ROOT is an absolute path.
  */
 #include <dlfcn.h>
 #include <inttypes.h>
+#include <stdbool.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -70,18 +73,18 @@ static ZolMgmtSpiInterfacePortal_1* getPortal(const char* version)
     return strcmp(version, portal.version) == 0 ? &portal : NULL;
 }
 
-static void fail(const char* what, const char* text)
+static void require(bool holds, const char* what, const char* problem)
 {
-    fprintf(stderr, "minimal_host: %s: %s\n", what, text);
-    exit(EXIT_FAILURE);
+    if (!holds)
+    {
+        fprintf(stderr, "minimal_host: %s: %s\n", what, problem);
+        exit(EXIT_FAILURE);
+    }
 }
 
-static void require(ZolReturnT code, const char* what)
+static void requireOk(ZolReturnT code, const char* what)
 {
-    if (code != ZolReturnOk)
-    {
-        fail(what, "the component refuses it");
-    }
+    require(code == ZolReturnOk, what, "the component refuses it");
 }
 
 /* What the component provides: the tables in its record, each beginning with its identity. */
@@ -94,7 +97,7 @@ static const void* provided(const char* interfaceName)
             return *entry;
         }
     }
-    fail(interfaceName, "the component doesn't provide it");
+    require(false, interfaceName, "the component doesn't provide it");
     return NULL;
 }
 
@@ -102,21 +105,15 @@ static const void* provided(const char* interfaceName)
  * in a document. */
 static void vet(const char* root, const char* name)
 {
-    if (strpbrk(root, "<&") != NULL || *name == '\0' || strpbrk(name, "/,?") != NULL ||
-        strspn(name, ".") == strlen(name))
-    {
-        fail(name, "this name or that of the root can't be used here");
-    }
+    const bool isPlain = *name != '\0' && strpbrk(name, "/,?") == NULL && strspn(name, ".") < strlen(name);
+    require(isPlain && strpbrk(root, "<&") == NULL, name, "this name or that of the root can't be used here");
 }
 
 /* C has no conversion from the address of an object to that of a function. */
 static void find(void* library, const char* name, void* function)
 {
     void* const address = dlsym(library, name);
-    if (address == NULL)
-    {
-        fail("the library can't be used", dlerror());
-    }
+    require(address != NULL, name, "the library has no such function");
     memcpy(function, &address, sizeof address);
 }
 
@@ -135,7 +132,7 @@ static const ZolMoAttributeStructMember* member(const ZolMoAttributeValue_3* fil
 static void listFiles(const ZolOamSpiManagedObject_3* objects, const char* directory)
 {
     ZolMoAttributeValueResult_3 files = {NULL, NULL};
-    require(objects->getMoAttribute(TRANSACTION, directory, "files", &files), "getMoAttribute");
+    requireOk(objects->getMoAttribute(TRANSACTION, directory, "files", &files), "getMoAttribute");
     for (uint32_t i = 0; i < files.container->nrOfValues; ++i)
     {
         const ZolMoAttributeValue_3* const file = &files.container->values[i];
@@ -147,26 +144,17 @@ static void listFiles(const ZolOamSpiManagedObject_3* objects, const char* direc
 
 static void compose(char* result, size_t size, const char* before, const char* text, const char* behind)
 {
-    if (snprintf(result, size, "%s%s%s", before, text, behind) >= (int)size)
-    {
-        fail(text, "too long");
-    }
+    require(snprintf(result, size, "%s%s%s", before, text, behind) < (int)size, text, "too long");
 }
 
 int main(int argc, char** argv)
 {
-    if (argc != 5)
-    {
-        fail("usage", "minimal_host LIBRARY ROOT DIRECTORY NEWDIRECTORY");
-    }
+    require(argc == 5, "usage", "minimal_host LIBRARY ROOT DIRECTORY NEWDIRECTORY");
     vet(argv[2], argv[3]);
     vet(argv[2], argv[4]);
 
     void* const library = dlopen(argv[1], RTLD_NOW | RTLD_LOCAL);
-    if (library == NULL)
-    {
-        fail("the library can't be used", dlerror());
-    }
+    require(library != NULL, "the library can't be used", library == NULL ? dlerror() : "");
     zolLCMinitT init = NULL;
     zolLCMterminateT terminate = NULL;
     find(library, "zolLCMinit", &init);
@@ -181,12 +169,12 @@ int main(int argc, char** argv)
             "");
 
     static ZolMgmtSpiPortalAccessor accessor = {getPortal};
-    require(init(&accessor, config), "zolLCMinit");
-    require(component->start(ZolStateChangeReasonNormal), "start");
+    requireOk(init(&accessor, config), "zolLCMinit");
+    requireOk(component->start(ZolStateChangeReasonNormal), "start");
     const ZolOamSpiTransactionalResource_1* const resource = provided("ZolOamSpiTransactionalResource");
     const ZolOamSpiManagedObject_3* const objects = provided("ZolOamSpiManagedObject");
 
-    require(resource->join(TRANSACTION), "join");
+    requireOk(resource->join(TRANSACTION), "join");
     listFiles(objects, directory);
     ZolReturnT code = objects->createMo(TRANSACTION, directory, "FileGroup", "fileGroupId", argv[4], NULL);
     code = code == ZolReturnOk ? participant->prepare(TRANSACTION) : code;
@@ -197,7 +185,7 @@ int main(int argc, char** argv)
     component->stop(ZolStateChangeReasonNormal);
     terminate();
     dlclose(library);
-    require(code, "creating the directory");
-    require(end, "the commit");
+    requireOk(code, "creating the directory");
+    requireOk(end, "the commit");
     return EXIT_SUCCESS;
 }
