@@ -47,7 +47,7 @@ TEST(LogLine, KeepsATextInItsFieldByEscapes)
              {"\n\n", "\\n\\n"},
              {"a\tb", "a\\tb"},
              {"a\rb", "a\\rb"},
-             {"\x01\x1b\x1f\x7f", "\\x01\\x1b\\x1f\\x7f"},
+             {"\x01\x1b\x1f\x7f", R"(\x01\x1b\x1f\x7f)"},
              {"a\\nb", "a\\\\nb"},
              {"\\", "\\\\"},
              {"\xc3\xa4\xff", "\xc3\xa4\xff"},

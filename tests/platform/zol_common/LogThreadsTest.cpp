@@ -1,10 +1,10 @@
+#include "OnThreads.h"
 #include "support/RecordedLog.h"
 
 #include <atomic>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
-#include <thread>
 #include <vector>
 #include <zol/common/LoggingWrapper.h>
 
@@ -12,29 +12,16 @@ namespace
 {
 
 using Zol::LoggingWrapper;
+using zoltest::onThreads;
 
 constexpr int ThreadCount = 8;
-
-template<class Function>
-void onThreads(const Function& function)
-{
-    std::vector<std::thread> threads;
-    for (int i = 0; i < ThreadCount; ++i)
-    {
-        threads.emplace_back(function, i);
-    }
-    for (auto& thread : threads)
-    {
-        thread.join();
-    }
-}
 
 // In a process of its own the log doesn't exist yet.
 TEST(LogThreads, AllGetTheSameLogWhoeverIsFirst)
 {
     std::vector<LoggingWrapper*> logs(ThreadCount);
     std::atomic<int> ready = 0;
-    onThreads([&](int i) {
+    onThreads(ThreadCount, [&](int i) {
         ++ready;
         while (ready < ThreadCount)
         {
@@ -48,7 +35,7 @@ TEST(LogThreads, AllGetTheSameLogWhoeverIsFirst)
 TEST(LogThreads, LoseNoRecord)
 {
     const zoltest::RecordedLog recorded;
-    onThreads([](int i) {
+    onThreads(ThreadCount, [](int i) {
         for (int line = 0; line < 200; ++line)
         {
             LoggingWrapper::instance().log_printf("function", 3, 1, "%d %d", i, line);
@@ -90,7 +77,7 @@ TEST(LogThreads, MayReplaceLevelAndSinkWhileOthersLog)
     {
         const zoltest::RecordedLog restoresLevelAndSink;
         LoggingWrapper::instance().set_sink(std::make_shared<CountingSink>(sinks, records));
-        onThreads([&](int i) {
+        onThreads(ThreadCount, [&](int i) {
             for (int line = 0; line < 200; ++line)
             {
                 if (i == 0)

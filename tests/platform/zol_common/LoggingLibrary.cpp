@@ -1,9 +1,9 @@
+#include "OnThreads.h"
+
 #include <Poco/DOM/NodeList.h>
 #include <cstdlib>
 #include <memory>
 #include <string>
-#include <thread>
-#include <vector>
 #include <zol/common/LoggingWrapper.h>
 #include <zol/common/RegularExpression.h>
 #include <zol/common/ZolConfiguration.h>
@@ -49,20 +49,12 @@ extern "C" void logPlaceWithControlCharacters(const char* text)
 /// 8 threads of 250 lines each: "text thread line".
 extern "C" void logFromThreads(const char* text)
 {
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < 8; ++thread)
-    {
-        threads.emplace_back([thread, text] {
-            for (int line = 0; line < 250; ++line)
-            {
-                LoggingWrapper::instance().log_printf("aFunction", 3, 1, "%s %d %d", text, thread, line);
-            }
-        });
-    }
-    for (auto& thread : threads)
-    {
-        thread.join();
-    }
+    zoltest::onThreads(8, [text](int thread) {
+        for (int line = 0; line < 250; ++line)
+        {
+            LoggingWrapper::instance().log_printf("aFunction", 3, 1, "%s %d %d", text, thread, line);
+        }
+    });
 }
 
 extern "C" void logAroundAnotherSink(const char* text)

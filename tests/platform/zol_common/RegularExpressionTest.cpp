@@ -1,7 +1,8 @@
+#include "OnThreads.h"
+
 #include <gtest/gtest.h>
 #include <regex.h>
 #include <string>
-#include <thread>
 #include <vector>
 #include <zol/common/RegularExpression.h>
 
@@ -71,20 +72,13 @@ TEST(RegularExpression, MatchesOnSeveralThreadsAtOnce)
 {
     const RegularExpression expression("^(a|b)*c{3}$", ExtendedWithoutSubMatches);
     std::vector<int> matches(4);
-    std::vector<std::thread> threads;
-    for (int& count : matches)
-    {
-        threads.emplace_back([&expression, &count] {
-            for (int i = 0; i < 500; ++i)
-            {
-                count += expression.match("abbaccc", 0) && !expression.match("abbacc", 0) ? 1 : 0;
-            }
-        });
-    }
-    for (auto& thread : threads)
-    {
-        thread.join();
-    }
+    zoltest::onThreads(4, [&expression, &matches](int thread) {
+        for (int i = 0; i < 500; ++i)
+        {
+            matches[static_cast<std::size_t>(thread)] +=
+                expression.match("abbaccc", 0) && !expression.match("abbacc", 0) ? 1 : 0;
+        }
+    });
     EXPECT_EQ(matches, std::vector<int>(4, 500));
 }
 

@@ -25,7 +25,7 @@ using zoltest::textsOf;
 std::string failureOfText(ZolConfiguration& configuration, const std::string& tag)
 {
     Poco::XML::NodeList* const list = configuration.getElementsByTagName(tag);
-    const std::string failure = failureOf([&] { configuration.get_text(elementAt(*list, 0)); });
+    std::string failure = failureOf([&] { configuration.get_text(elementAt(*list, 0)); });
     list->release();
     return failure;
 }

@@ -85,6 +85,7 @@ TEST_F(ConfigurationLists, MayBeReleasedTooOftenOrNever)
         for (int i = 0; i < 3; ++i)
         {
             releasedTooOften->release();
+            // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete): the configuration has more references
             EXPECT_EQ(releasedTooOften->length(), length);
         }
     }
@@ -117,7 +118,6 @@ TEST_F(ConfigurationLists, LeaveTheirElementsToTheDocument)
 {
     NodeList* const list = configuration.getElementsByTagName("single");
     Element* const element = elementAt(*list, 0);
-    list->release();
     list->release();
     EXPECT_EQ(configuration.get_text(element), "only");
 }
