@@ -9,6 +9,7 @@
 #include <Poco/File.h>
 #include <array>
 #include <cerrno>
+#include <memory>
 #include <unistd.h>
 
 namespace ZolFileManagement
@@ -108,7 +109,9 @@ bool FileGroupIterator::getNextFromCreatedDirs(Poco::Path& entry)
 
 void FileGroupIterator::clear()
 {
-    _dirIterator = Poco::DirectoryIterator();
+    // assigning one that stands at the end would leave this one at its entry, to be yielded for ever
+    std::destroy_at(&_dirIterator);
+    std::construct_at(&_dirIterator);
     _pendingDirs.clear();
     _directory = Poco::Path();
 }
