@@ -31,7 +31,8 @@ void ConfigurationReader::startElement(const Poco::XML::XMLString& uri, const Po
                                        const Poco::XML::XMLString& qname,
                                        const Poco::XML::Attributes& attributes)
 {
-    if (++_depth > MAX_DEPTH) {
+    if (++_depth > MAX_DEPTH)
+    {
         throw Poco::XML::XMLException("More than " + std::to_string(MAX_DEPTH) + " elements in each other");
     }
     XMLFilterImpl::startElement(uri, localName, qname, attributes);

@@ -23,15 +23,18 @@ std::string readFile(const std::string& path)
 {
     const auto close = [](std::FILE* file) { std::fclose(file); };
     const std::unique_ptr<std::FILE, decltype(close)> file(std::fopen(path.c_str(), "re"));
-    if (file == nullptr) {
+    if (file == nullptr)
+    {
         throwUnreadable(path, errno);
     }
     std::string text;
     std::array<char, 4096> block;
-    while (const std::size_t size = std::fread(block.data(), 1, block.size(), file.get())) {
+    while (const std::size_t size = std::fread(block.data(), 1, block.size(), file.get()))
+    {
         text.append(block.data(), size);
     }
-    if (std::ferror(file.get()) != 0) {
+    if (std::ferror(file.get()) != 0)
+    {
         throwUnreadable(path, errno);
     }
     return text;
@@ -42,7 +45,8 @@ std::string readFile(const std::string& path)
 ConfigurationText readConfigurationText(const std::string& config)
 {
     const std::size_t begin = config.find_first_not_of(" \t\r\n");
-    if (begin != std::string::npos && config[begin] == '<') {
+    if (begin != std::string::npos && config[begin] == '<')
+    {
         // nothing may stand before an XML declaration
         return {config.substr(begin), "text"};
     }

@@ -14,7 +14,8 @@ namespace
 
 const char* nameOf(LogRecord::Call call)
 {
-    switch (call) {
+    switch (call)
+    {
     case LogRecord::Call::Log:
         return "log";
     case LogRecord::Call::Trace:
@@ -28,9 +29,11 @@ const char* nameOf(LogRecord::Call call)
 void appendEscaped(std::string& line, std::string_view text)
 {
     constexpr std::string_view HEX_DIGITS = "0123456789abcdef";
-    for (const char character : text) {
+    for (const char character : text)
+    {
         const auto code = static_cast<unsigned char>(character);
-        switch (character) {
+        switch (character)
+        {
         case '\\':
             line += "\\\\";
             break;
@@ -44,11 +47,14 @@ void appendEscaped(std::string& line, std::string_view text)
             line += "\\t";
             break;
         default:
-            if (code < 0x20 || code == 0x7f) {
+            if (code < 0x20 || code == 0x7f)
+            {
                 line += "\\x";
                 line += HEX_DIGITS[code >> 4U];
                 line += HEX_DIGITS[code & 0xfU];
-            } else {
+            }
+            else
+            {
                 line += character;
             }
         }
@@ -71,16 +77,21 @@ EnvironmentLogSink::EnvironmentLogSink()
     : _logger("zol", std::make_shared<spdlog::sinks::stderr_sink_mt>())
 {
     std::string problem;
-    if (const char* const path = std::getenv("ZOL_LOG_FILE"); path != nullptr && *path != '\0') {
-        try {
+    if (const char* const path = std::getenv("ZOL_LOG_FILE"); path != nullptr && *path != '\0')
+    {
+        try
+        {
             _logger.sinks().front() = openFile(path);
-        } catch (const spdlog::spdlog_ex& failure) {
+        }
+        catch (const spdlog::spdlog_ex& failure)
+        {
             problem = failure.what();
         }
     }
     _logger.set_pattern("%Y-%m-%dT%H:%M:%S.%f%z\t%t\t%v");
     _logger.flush_on(spdlog::level::info);
-    if (!problem.empty()) {
+    if (!problem.empty())
+    {
         complain("ZOL_LOG_FILE can't be used, lines go to standard error: " + problem);
     }
 }
@@ -91,7 +102,8 @@ void EnvironmentLogSink::write(const LogRecord& record)
     line += '\t';
     line += std::to_string(record.number);
     line += '\t';
-    if (record.file != nullptr) {
+    if (record.file != nullptr)
+    {
         appendEscaped(line, record.file);
         line += ':';
         line += std::to_string(record.line);

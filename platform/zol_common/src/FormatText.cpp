@@ -15,12 +15,17 @@ std::string formatText(const char* format, std::va_list arguments)
     va_end(once);
 
     std::string text;
-    if (length < 0) {
+    if (length < 0)
+    {
         // an argument that can't be converted; its format still tells which text it was
         text = format;
-    } else if (static_cast<std::size_t>(length) < usual.size()) {
+    }
+    else if (static_cast<std::size_t>(length) < usual.size())
+    {
         text.assign(usual.data(), static_cast<std::size_t>(length));
-    } else {
+    }
+    else
+    {
         text.resize(static_cast<std::size_t>(length));
         std::vsnprintf(text.data(), text.size() + 1, format, arguments);
     }

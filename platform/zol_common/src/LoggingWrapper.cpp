@@ -39,11 +39,13 @@ bool letsThrough(int level, unsigned int number)
 int levelFromEnvironment(EnvironmentLogSink& sink)
 {
     const char* const text = std::getenv("ZOL_LOG_LEVEL");
-    if (text == nullptr || *text == '\0') {
+    if (text == nullptr || *text == '\0')
+    {
         return DEFAULT_LEVEL;
     }
     const std::string digits = text;
-    if (digits.find_first_not_of("0123456789") != std::string::npos) {
+    if (digits.find_first_not_of("0123456789") != std::string::npos)
+    {
         sink.complain("ZOL_LOG_LEVEL is \"" + digits + "\", not a number from 0 on: level " +
                       std::to_string(DEFAULT_LEVEL) + " is used");
         return DEFAULT_LEVEL;
@@ -58,10 +60,12 @@ int levelFromEnvironment(EnvironmentLogSink& sink)
 LoggingWrapper& LoggingWrapper::instance()
 {
     LoggingWrapper* wrapper = theInstance.load(std::memory_order_acquire);
-    if (wrapper == nullptr) {
+    if (wrapper == nullptr)
+    {
         const std::scoped_lock lock(creation);
         wrapper = theInstance.load(std::memory_order_relaxed);
-        if (wrapper == nullptr) {
+        if (wrapper == nullptr)
+        {
             wrapper = new LoggingWrapper;
             theInstance.store(wrapper, std::memory_order_release);
         }
@@ -92,7 +96,8 @@ void LoggingWrapper::set_sink(std::shared_ptr<LogSink> sink)
 void LoggingWrapper::log_printf(const char* function, unsigned int severity, unsigned int category,
                                 const char* format, ...)
 {
-    if (letsThrough(get_level(), severity)) {
+    if (letsThrough(get_level(), severity))
+    {
         std::va_list arguments;
         va_start(arguments, format);
         write({LogRecord::Call::Log, severity, 0, category, nullptr, function, 0, {}}, format, arguments);
@@ -103,7 +108,8 @@ void LoggingWrapper::log_printf(const char* function, unsigned int severity, uns
 void LoggingWrapper::trace_printf(const char* file, const char* function, int line, unsigned int traceGroup,
                                   const char* format, ...)
 {
-    if (letsThrough(get_level(), TRACE_LEVEL)) {
+    if (letsThrough(get_level(), TRACE_LEVEL))
+    {
         std::va_list arguments;
         va_start(arguments, format);
         write({LogRecord::Call::Trace, traceGroup, 0, 0, file, function, line, {}}, format, arguments);
@@ -114,7 +120,8 @@ void LoggingWrapper::trace_printf(const char* file, const char* function, int li
 void LoggingWrapper::trace_v2_printf(unsigned int subsystemHandle, unsigned int traceLevel, const char* file,
                                      const char* function, int line, const char* format, ...)
 {
-    if (letsThrough(get_level(), traceLevel)) {
+    if (letsThrough(get_level(), traceLevel))
+    {
         std::va_list arguments;
         va_start(arguments, format);
         write({LogRecord::Call::TraceV2, traceLevel, subsystemHandle, 0, file, function, line, {}}, format,
@@ -127,11 +134,14 @@ void LoggingWrapper::write(LogRecord record, const char* format, std::va_list ar
 {
     // a statement's arguments are evaluated for each of its calls, and errno may be among them
     const int callersErrno = errno;
-    try {
+    try
+    {
         const std::string text = formatText(format, arguments);
         record.text = text;
         std::atomic_load(&_sink)->write(record);
-    } catch (...) {
+    }
+    catch (...)
+    {
         // a line is lost rather than its caller, which may be one that must not throw
     }
     errno = callersErrno;

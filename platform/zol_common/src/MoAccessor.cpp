@@ -12,7 +12,8 @@ MoAccessor::MoAttributeValueResult::MoAttributeValueResult()
 
 MoAccessor::MoAttributeValueResult::~MoAttributeValueResult()
 {
-    if (releaseCallback != nullptr && container != nullptr) {
+    if (releaseCallback != nullptr && container != nullptr)
+    {
         releaseCallback(container);
     }
 }
@@ -24,7 +25,8 @@ MoAccessor::~MoAccessor() = default;
 ZolReturnT MoAccessor::getFirstMoInstance(const std::string& classPath, std::string& dn)
 {
     MoRepository* const repository = MoRepository::installed();
-    if (repository == nullptr) {
+    if (repository == nullptr)
+    {
         throw ZolException(ZolReturnNoSuch, "No repository of managed objects: no instance of %s",
                            classPath.c_str());
     }
@@ -36,7 +38,8 @@ ZolReturnT MoAccessor::getChildren(const std::string& parentDn, const std::strin
                                    std::list<std::string>& children)
 {
     children.clear();
-    if (MoRepository* const repository = MoRepository::installed()) {
+    if (MoRepository* const repository = MoRepository::installed())
+    {
         children = repository->getChildren(txHandle(), parentDn, className);
     }
     return ZolReturnOk;
@@ -46,7 +49,8 @@ void MoAccessor::getAttrContainer(const std::string& dn, const std::string& attr
                                   MoAttributeValueResult& result)
 {
     MoRepository* const repository = MoRepository::installed();
-    if (repository == nullptr) {
+    if (repository == nullptr)
+    {
         throw ZolException(ZolReturnNoSuch, "No repository of managed objects: no attribute %s of %s",
                            attributeName.c_str(), dn.c_str());
     }
@@ -59,7 +63,8 @@ void MoAccessor::getAttrContainer(const std::string& dn, const std::string& attr
 void MoAccessor::validateType(const ZolMoAttributeValueContainer_3& container,
                               const ZolOamSpiMoAttributeType_3& type)
 {
-    if (container.valueType != type) {
+    if (container.valueType != type)
+    {
         throw ZolException(ZolReturnFailure, "An attribute value is of type %d, not of type %d",
                            static_cast<int>(container.valueType), static_cast<int>(type));
     }

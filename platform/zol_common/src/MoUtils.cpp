@@ -9,7 +9,8 @@ namespace
 
 void deleteStruct(QenMoAttributeStructMember* member) noexcept
 {
-    while (member != nullptr) {
+    while (member != nullptr)
+    {
         QenMoAttributeStructMember* const next = member->nextMember;
         std::free(member->memberName);
         MoUtils::deleteAttributeValueContainer(member->memberValue);
@@ -20,7 +21,8 @@ void deleteStruct(QenMoAttributeStructMember* member) noexcept
 
 void deleteContent(QenOamSpiMoAttributeType_3 type, QenMoAttributeValue_3& value) noexcept
 {
-    switch (type) {
+    switch (type)
+    {
     case attrTypeString:
         std::free(value.stringValue);
         break;
@@ -39,11 +41,14 @@ void deleteContent(QenOamSpiMoAttributeType_3 type, QenMoAttributeValue_3& value
 
 void MoUtils::deleteAttributeValueContainer(QenMoAttributeValueContainer_3* container) noexcept
 {
-    if (container == nullptr) {
+    if (container == nullptr)
+    {
         return;
     }
-    if (container->values != nullptr) {
-        for (uint32_t i = 0; i < container->nrOfValues; ++i) {
+    if (container->values != nullptr)
+    {
+        for (uint32_t i = 0; i < container->nrOfValues; ++i)
+        {
             deleteContent(container->valueType, container->values[i]);
         }
     }

@@ -11,7 +11,8 @@ RegularExpression::RegularExpression(const std::string& expression, int flags)
 
 RegularExpression::~RegularExpression()
 {
-    if (_valid) {
+    if (_valid)
+    {
         regfree(&_compiled);
     }
 }

@@ -39,7 +39,8 @@ public:
         // One reference is the caller's and one the owner's. The others are there for releases too many: the
         // last release would delete the list under its owner.
         constexpr int REFERENCES = 1000;
-        for (int i = 1; i < REFERENCES; ++i) {
+        for (int i = 1; i < REFERENCES; ++i)
+        {
             duplicate();
         }
     }
@@ -66,11 +67,14 @@ void ZolConfiguration::load(const std::string& config)
 {
     unload();
     const auto [text, name] = readConfigurationText(config);
-    try {
+    try
+    {
         ConfigurationReader reader;
         Poco::XML::DOMBuilder builder(reader, makeNamePool(text));
         _document = builder.parseMemoryNP(text.data(), text.size());
-    } catch (const Poco::Exception& failure) {
+    }
+    catch (const Poco::Exception& failure)
+    {
         // its what() is no more than the name of its class
         throw ZolException("Configuration document %s can't be parsed: %s", name.c_str(),
                            failure.displayText().c_str());
@@ -87,10 +91,13 @@ void ZolConfiguration::unload()
 Poco::XML::NodeList* ZolConfiguration::getElementsByTagName(std::string tag)
 {
     std::vector<Poco::XML::Node*> elements;
-    if (!_document.isNull()) {
+    if (!_document.isNull())
+    {
         Poco::XML::NodeIterator every(_document.get(), Poco::XML::NodeFilter::SHOW_ELEMENT);
-        while (Poco::XML::Node* const element = every.nextNode()) {
-            if (element->nodeName() == tag) {
+        while (Poco::XML::Node* const element = every.nextNode())
+        {
+            if (element->nodeName() == tag)
+            {
                 elements.push_back(element);
             }
         }
@@ -101,7 +108,8 @@ Poco::XML::NodeList* ZolConfiguration::getElementsByTagName(std::string tag)
 std::string ZolConfiguration::get_text(Poco::XML::Element* element)
 {
     Poco::XML::NodeIterator references(element, Poco::XML::NodeFilter::SHOW_ENTITY_REFERENCE);
-    if (const Poco::XML::Node* const reference = references.nextNode()) {
+    if (const Poco::XML::Node* const reference = references.nextNode())
+    {
         throw ZolException("Element %s refers to entity %s, and entities are not expanded",
                            element->nodeName().c_str(), reference->nodeName().c_str());
     }

@@ -5,7 +5,8 @@ namespace Zol
 
 const char* ZolReturn::strerror(ZolReturnT code) noexcept
 {
-    switch (code) {
+    switch (code)
+    {
     case ZolReturnOk:
         return "Success";
     case ZolReturnFailure:
