@@ -8,6 +8,7 @@
 #include "support/TemporaryTree.h"
 #include "support/Transaction.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
@@ -16,7 +17,6 @@
 using zoltest::configurationFor;
 using zoltest::FakeHost;
 using zoltest::FakeZolea;
-using zoltest::fileGroup;
 using zoltest::fileM;
 using zoltest::LoadedLibrary;
 using zoltest::objectsOf;

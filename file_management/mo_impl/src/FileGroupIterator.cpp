@@ -109,9 +109,10 @@ bool FileGroupIterator::getNextFromCreatedDirs(Poco::Path& entry)
 
 void FileGroupIterator::clear()
 {
-    // assigning one that stands at the end would leave this one at its entry, to be yielded for ever
+    // its assignment would leave the name of the last entry, by which it is compared with the end
     std::destroy_at(&_dirIterator);
     std::construct_at(&_dirIterator);
+
     _pendingDirs.clear();
     _directory = Poco::Path();
 }
