@@ -52,14 +52,12 @@ LoadedComponent::~LoadedComponent()
 
 const ZolOamSpiTransactionalResource_1& LoadedComponent::resource() const
 {
-    return *reinterpret_cast<ZolOamSpiTransactionalResource_1*>(
-        providedInterface(*_record, "ZolOamSpiTransactionalResource"));
+    return resourceOf(*_record);
 }
 
 const ZolOamSpiManagedObject_3& LoadedComponent::objects() const
 {
-    return *reinterpret_cast<ZolOamSpiManagedObject_3*>(
-        providedInterface(*_record, "ZolOamSpiManagedObject"));
+    return objectsOf(*_record);
 }
 
 std::unique_ptr<Transaction> LoadedComponent::join()
@@ -93,6 +91,17 @@ ZolMgmtSpiInterface_1* providedInterface(const ZolMgmtSpiComponentRecord& record
         }
     }
     throw std::runtime_error("no interface " + name);
+}
+
+const ZolOamSpiTransactionalResource_1& resourceOf(const ZolMgmtSpiComponentRecord& record)
+{
+    return *reinterpret_cast<ZolOamSpiTransactionalResource_1*>(
+        providedInterface(record, "ZolOamSpiTransactionalResource"));
+}
+
+const ZolOamSpiManagedObject_3& objectsOf(const ZolMgmtSpiComponentRecord& record)
+{
+    return *reinterpret_cast<ZolOamSpiManagedObject_3*>(providedInterface(record, "ZolOamSpiManagedObject"));
 }
 
 } // namespace zoltest

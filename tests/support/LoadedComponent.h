@@ -44,5 +44,7 @@ private:
 
 /// The table with that interfaceName among those that a registered record provides. Throws if there is none.
 ZolMgmtSpiInterface_1* providedInterface(const ZolMgmtSpiComponentRecord& record, const std::string& name);
+const ZolOamSpiTransactionalResource_1& resourceOf(const ZolMgmtSpiComponentRecord& record);
+const ZolOamSpiManagedObject_3& objectsOf(const ZolMgmtSpiComponentRecord& record);
 
 } // namespace zoltest

@@ -128,4 +128,15 @@ std::vector<std::string> TemporaryTree::listing() const
     return lines;
 }
 
+int TemporaryTree::openDescriptors() const
+{
+    int count = 0;
+    for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
+        std::error_code gone;
+        const std::string target = fs::read_symlink(entry.path(), gone);
+        count += target == _root || target.starts_with(_root + "/") ? 1 : 0;
+    }
+    return count;
+}
+
 } // namespace zoltest

@@ -35,6 +35,9 @@ public:
     /// Everything below the folder, sorted: "d name", "f name size", "l name -> target" or "? name".
     std::vector<std::string> listing() const;
 
+    /// How many descriptors of this process are open on the folder or something in it.
+    int openDescriptors() const;
+
 private:
     std::string _root;
 };

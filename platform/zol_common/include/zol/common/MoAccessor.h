@@ -38,7 +38,7 @@ public:
     MoAccessor(ZolLockPolicyT lockPolicy, int timeoutSeconds);
     MoAccessor(const MoAccessor&) = delete;
     MoAccessor& operator=(const MoAccessor&) = delete;
-    ~MoAccessor();
+    ~MoAccessor(); // NOLINT(performance-trivially-destructible): a symbol of the library, whatever it does
 
     /// Writes the DN of the first instance of a class path into `dn`. Throws if there is none.
     ZolReturnT getFirstMoInstance(const std::string& classPath, std::string& dn);
