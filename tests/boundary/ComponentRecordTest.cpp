@@ -25,7 +25,8 @@ std::string orDash(const char* text)
 Texts identities(QenMgmtSpiInterface_1* const* entries)
 {
     Texts texts;
-    for (; *entries != nullptr; ++entries) {
+    for (; *entries != nullptr; ++entries)
+    {
         texts.push_back(orDash((*entries)->componentName) + "/" + orDash((*entries)->interfaceName) + "/" +
                         orDash((*entries)->version));
     }

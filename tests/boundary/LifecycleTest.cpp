@@ -111,7 +111,8 @@ TEST_F(Init, CanBeRepeatedAfterItFailedForWantOfAPortal)
 
 TEST_F(Init, ReturnsTheHostsCodeForARefusedRegistrationAndReadsNoConfiguration)
 {
-    for (const bool portal3 : {true, false}) {
+    for (const bool portal3 : {true, false})
+    {
         host.offersPortal3 = portal3;
         host.registerComponentCode = -77;
         const RecordedLog log;
@@ -212,7 +213,8 @@ TEST_F(Start, HandsTheInternalRootAndTheTransactionInterfaceToTheFront)
 TEST_F(Start, PrintsTheReasonAsANumber)
 {
     ASSERT_EQ(init(), 0);
-    for (const int number : {0, 1, 2, 77}) {
+    for (const int number : {0, 1, 2, 77})
+    {
         const RecordedLog log;
         host.record()->start(static_cast<ZolStateChangeReason>(number));
         EXPECT_EQ(log.statements().front(),
@@ -488,7 +490,8 @@ TEST_F(Lifecycle, LogsByItsLevels)
     } const cases[] = {
         {0, {}}, {2, {}}, {3, {missing}}, {4, {missing, stopped}}, {7, {missing, stopped}},
     };
-    for (const auto& [level, statements] : cases) {
+    for (const auto& [level, statements] : cases)
+    {
         const RecordedLog log(level);
         EXPECT_EQ(start(), -1);
         EXPECT_EQ(stop(), 0);

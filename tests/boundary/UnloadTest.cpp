@@ -80,7 +80,8 @@ TEST(Unload, DeletesTheOpenTransactionsAndCommitsNothing)
     LoadedComponent component(tree.path());
     const auto& resource = component.resource();
     const auto& objects = component.objects();
-    for (const unsigned long handle : {7UL, 8UL}) {
+    for (const unsigned long handle : {7UL, 8UL})
+    {
         ASSERT_EQ(resource.join(handle), 0);
         ASSERT_EQ(objects.createMo(handle, fileM.c_str(), "FileGroup", "fileGroupId", "new", nullptr), 0);
         ASSERT_EQ(objects.deleteMo(handle, fileGroup("a").c_str()), 0);
@@ -100,7 +101,8 @@ TEST(Unload, DeletesTheOpenTransactionsAndCommitsNothing)
 TEST(Unload, IsFollowedByAFreshStartOfTheIteratorIds)
 {
     const TemporaryTree tree;
-    for (int load = 1; load <= 2; ++load) {
+    for (int load = 1; load <= 2; ++load)
+    {
         LoadedComponent component(tree.path());
         const auto tx = component.join();
         EXPECT_EQ(tx->newIterator(fileM, "FileGroup"), 1U) << "load " << load;
@@ -112,7 +114,8 @@ TEST(Unload, IsFollowedByANewQuestionForTheRootObject)
 {
     const TemporaryTree tree;
     FakeRepository repository;
-    for (const std::string root : {"Node=1,FileM=1", "Node=2,FileM=1"}) {
+    for (const std::string root : {"Node=1,FileM=1", "Node=2,FileM=1"})
+    {
         repository.firstInstance = root;
         repository.setChildren(root, "FileGroupPolicy", {root + ",FileGroupPolicy=p"});
         repository.setReferences(root + ",FileGroupPolicy=p", "fileGroup", {fileGroup("a")});

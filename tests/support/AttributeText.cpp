@@ -14,7 +14,8 @@ std::string quoted(const char* text)
 std::string structText(const ZolMoAttributeStructMember* member)
 {
     std::string text;
-    for (; member != nullptr; member = member->nextMember) {
+    for (; member != nullptr; member = member->nextMember)
+    {
         text +=
             (text.empty() ? "" : ", ") + std::string(member->memberName) + ": " + toText(member->memberValue);
     }
@@ -23,7 +24,8 @@ std::string structText(const ZolMoAttributeStructMember* member)
 
 std::string typeName(ZolOamSpiMoAttributeType_3 type)
 {
-    switch (type) {
+    switch (type)
+    {
     case attrTypeInt:
         return "int";
     case attrTypeUint:
@@ -42,7 +44,8 @@ std::string typeName(ZolOamSpiMoAttributeType_3 type)
 
 std::string valueText(ZolOamSpiMoAttributeType_3 type, const ZolMoAttributeValue_3& value)
 {
-    switch (type) {
+    switch (type)
+    {
     case attrTypeInt:
         return std::to_string(value.intValue);
     case attrTypeUint:
@@ -63,15 +66,18 @@ std::string valueText(ZolOamSpiMoAttributeType_3 type, const ZolMoAttributeValue
 
 std::string toText(const ZolMoAttributeValueContainer_3* container)
 {
-    if (container == nullptr) {
+    if (container == nullptr)
+    {
         return "none";
     }
-    if ((container->nrOfValues == 0) != (container->values == nullptr)) {
+    if ((container->nrOfValues == 0) != (container->values == nullptr))
+    {
         return "MALFORMED " + typeName(container->valueType) + ": " + std::to_string(container->nrOfValues) +
                " values in " + (container->values == nullptr ? "no array" : "an array");
     }
     std::string text;
-    for (uint32_t i = 0; i < container->nrOfValues; ++i) {
+    for (uint32_t i = 0; i < container->nrOfValues; ++i)
+    {
         text += (i == 0 ? "" : ", ") + valueText(container->valueType, container->values[i]);
     }
     return typeName(container->valueType) + "[" + text + "]";

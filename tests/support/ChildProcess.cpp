@@ -42,7 +42,8 @@ std::string readAll(int descriptor)
     std::string text;
     std::array<char, 4096> buffer{};
     ssize_t got = 0;
-    while ((got = read(descriptor, buffer.data(), buffer.size())) > 0 || (got < 0 && errno == EINTR)) {
+    while ((got = read(descriptor, buffer.data(), buffer.size())) > 0 || (got < 0 && errno == EINTR))
+    {
         text.append(buffer.data(), got > 0 ? static_cast<std::size_t>(got) : 0);
     }
     return text;
@@ -53,15 +54,18 @@ std::string readAll(int descriptor)
 ChildOutcome runInChild(const std::function<int()>& function)
 {
     std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) {
+    if (pipe(ends.data()) != 0)
+    {
         fail("pipe");
     }
     std::fflush(nullptr);
     const pid_t child = fork();
-    if (child < 0) {
+    if (child < 0)
+    {
         fail("fork");
     }
-    if (child == 0) {
+    if (child == 0)
+    {
         close(ends[0]);
         actAsChild(function, ends[1]);
     }
@@ -70,14 +74,19 @@ ChildOutcome runInChild(const std::function<int()>& function)
     outcome.standardError = readAll(ends[0]);
     close(ends[0]);
     int status = 0;
-    while (waitpid(child, &status, 0) < 0) {
-        if (errno != EINTR) {
+    while (waitpid(child, &status, 0) < 0)
+    {
+        if (errno != EINTR)
+        {
             fail("waitpid");
         }
     }
-    if (WIFSIGNALED(status)) {
+    if (WIFSIGNALED(status))
+    {
         outcome.signal = WTERMSIG(status);
-    } else {
+    }
+    else
+    {
         outcome.exitStatus = WEXITSTATUS(status);
     }
     return outcome;

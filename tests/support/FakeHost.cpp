@@ -81,7 +81,8 @@ ZolMgmtSpiThreadContext threadContextTable = {"ZolMgmtSpiThreadContextService", 
 
 FakeHost::FakeHost()
 {
-    if (liveHost != nullptr) {
+    if (liveHost != nullptr)
+    {
         throw std::logic_error("there is a FakeHost already");
     }
     liveHost = this;
@@ -94,7 +95,8 @@ FakeHost::~FakeHost()
 
 FakeHost& FakeHost::live()
 {
-    if (liveHost == nullptr) {
+    if (liveHost == nullptr)
+    {
         throw std::logic_error("the component called a host that is gone");
     }
     return *liveHost;
@@ -147,7 +149,8 @@ std::vector<FakeHost::Message> FakeHost::fullMessages() const
 std::vector<std::string> FakeHost::messages() const
 {
     std::vector<std::string> texts;
-    for (auto& message : fullMessages()) {
+    for (auto& message : fullMessages())
+    {
         texts.push_back(std::move(message.text));
     }
     return texts;
@@ -164,10 +167,12 @@ void FakeHost::clear()
 ZolMgmtSpiInterfacePortal_1* FakeHost::getPortal(const std::string& version)
 {
     noteCall("getPortal " + version);
-    if (version == "1" && offersPortal1) {
+    if (version == "1" && offersPortal1)
+    {
         return &portal1Table;
     }
-    if (version == "3" && offersPortal3) {
+    if (version == "3" && offersPortal3)
+    {
         return &portal3Table;
     }
     return nullptr;
@@ -179,16 +184,19 @@ ZolReturnT FakeHost::getInterface(const ZolMgmtSpiInterface_1& id, ZolMgmtSpiInt
     const std::string interface = orDash(id.interfaceName);
     const std::string version = orDash(id.version);
     noteCall("getInterface " + service + "/" + interface + "/" + version);
-    if (refusedInterfaces.contains(interface)) {
+    if (refusedInterfaces.contains(interface))
+    {
         return ZolReturnFailure;
     }
     // the tables begin with the three fields of an identity
-    if (service == "ZolOamSpiTransactionService" && interface == "ZolOamSpiTransaction" && version == "1") {
+    if (service == "ZolOamSpiTransactionService" && interface == "ZolOamSpiTransaction" && version == "1")
+    {
         *result = reinterpret_cast<ZolMgmtSpiInterface_1*>(&transactionTable);
         return ZolReturnOk;
     }
     if (service == "ZolMgmtSpiThreadContextService" && interface == "ZolMgmtSpiThreadContext" &&
-        version == "2") {
+        version == "2")
+    {
         *result = reinterpret_cast<ZolMgmtSpiInterface_1*>(&threadContextTable);
         return ZolReturnOk;
     }
@@ -199,7 +207,8 @@ ZolReturnT FakeHost::registerComponent(const char* portal, ZolMgmtSpiComponentRe
 {
     noteCall(std::string("registerComponent on ") + portal);
     const std::scoped_lock lock(_mutex);
-    if (registerComponentCode == 0) {
+    if (registerComponentCode == 0)
+    {
         _record = record;
     }
     return registerComponentCode;
@@ -209,7 +218,8 @@ ZolReturnT FakeHost::unregisterComponent(const char* portal, ZolMgmtSpiComponent
 {
     noteCall(std::string("unregisterComponent on ") + portal);
     const std::scoped_lock lock(_mutex);
-    if (record != _record) {
+    if (record != _record)
+    {
         return ZolReturnNoSuch;
     }
     _record = nullptr;
@@ -223,7 +233,8 @@ ZolReturnT FakeHost::registerParticipant(unsigned long txHandle, ZolOamSpiTransa
         const std::scoped_lock lock(_mutex);
         _participants.push_back({txHandle, resource});
     }
-    if (whileRegistering) {
+    if (whileRegistering)
+    {
         whileRegistering(txHandle);
     }
     return registerParticipantCode;
@@ -243,7 +254,8 @@ void FakeHost::noteCall(const std::string& call)
         _calls.push_back(call);
     }
     // without the lock: it may call the component, which may call this host again
-    if (onCall) {
+    if (onCall)
+    {
         onCall(call);
     }
 }

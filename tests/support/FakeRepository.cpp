@@ -26,9 +26,11 @@ ZolMoAttributeValueContainer_3* makeTexts(ZolOamSpiMoAttributeType_3 type,
                                           const std::vector<std::string>& texts)
 {
     auto* container = new ZolMoAttributeValueContainer_3{type, static_cast<uint32_t>(texts.size()), nullptr};
-    if (!texts.empty()) {
+    if (!texts.empty())
+    {
         container->values = new ZolMoAttributeValue_3[texts.size()];
-        for (std::size_t i = 0; i < texts.size(); ++i) {
+        for (std::size_t i = 0; i < texts.size(); ++i)
+        {
             container->values[i].stringValue = strdup(texts[i].c_str());
         }
     }
@@ -56,7 +58,8 @@ Failure throwsForeign()
 
 FakeRepository::FakeRepository()
 {
-    if (installed() != nullptr) {
+    if (installed() != nullptr)
+    {
         throw std::logic_error("there is a repository already");
     }
     releaseCount = 0;
@@ -131,7 +134,8 @@ std::string FakeRepository::getFirstMoInstance(unsigned long txHandle, const std
         const std::scoped_lock lock(_mutex);
         _calls.push_back("getFirstMoInstance tx=" + std::to_string(txHandle) + " " + classPath);
     }
-    if (firstInstanceFailure) {
+    if (firstInstanceFailure)
+    {
         firstInstanceFailure();
     }
     return firstInstance;
@@ -144,7 +148,8 @@ std::list<std::string> FakeRepository::getChildren(unsigned long txHandle, const
         const std::scoped_lock lock(_mutex);
         _calls.push_back("getChildren tx=" + std::to_string(txHandle) + " " + parentDn + " " + className);
     }
-    if (childrenFailure) {
+    if (childrenFailure)
+    {
         childrenFailure();
     }
     const auto found = _children.find({parentDn, className});
@@ -159,7 +164,8 @@ void FakeRepository::getAttribute(unsigned long txHandle, const std::string& dn,
         _calls.push_back("getAttribute tx=" + std::to_string(txHandle) + " " + dn + " " + attributeName);
     }
     const auto found = _attributes.find({dn, attributeName});
-    if (found == _attributes.end()) {
+    if (found == _attributes.end())
+    {
         throw Zol::ZolException(ZolReturnNoSuch, "%s", "no such attribute");
     }
     found->second(result);

@@ -8,7 +8,8 @@ namespace zoltest
 
 FakeZolea::FakeZolea(const std::string& script)
 {
-    if (const char* path = std::getenv("PATH")) {
+    if (const char* path = std::getenv("PATH"))
+    {
         _previousPath = path;
     }
     setScript(script);
@@ -30,7 +31,8 @@ std::vector<std::string> FakeZolea::runs() const
 {
     std::ifstream stream(_folder.path("runs"));
     std::vector<std::string> lines;
-    for (std::string line; std::getline(stream, line);) {
+    for (std::string line; std::getline(stream, line);)
+    {
         lines.push_back(line);
     }
     return lines;

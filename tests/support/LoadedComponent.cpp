@@ -12,12 +12,18 @@ namespace
 std::string escaped(const std::string& text)
 {
     std::string result;
-    for (const char character : text) {
-        if (character == '&') {
+    for (const char character : text)
+    {
+        if (character == '&')
+        {
             result += "&amp;";
-        } else if (character == '<') {
+        }
+        else if (character == '<')
+        {
             result += "&lt;";
-        } else {
+        }
+        else
+        {
             result += character;
         }
     }
@@ -35,11 +41,13 @@ std::string configurationFor(const std::string& internalRoot)
 
 LoadedComponent::LoadedComponent(const std::string& internalRoot)
 {
-    if (_library.init(host.accessor(), configurationFor(internalRoot)) != 0) {
+    if (_library.init(host.accessor(), configurationFor(internalRoot)) != 0)
+    {
         throw std::runtime_error("zolLCMinit failed");
     }
     _record = host.record();
-    if (_record->start(ZolStateChangeReasonNormal) != 0) {
+    if (_record->start(ZolStateChangeReasonNormal) != 0)
+    {
         throw std::runtime_error("start failed");
     }
     host.clear();
@@ -68,7 +76,8 @@ std::unique_ptr<Transaction> LoadedComponent::join()
 std::unique_ptr<Transaction> LoadedComponent::join(unsigned long txHandle)
 {
     auto transaction = std::make_unique<Transaction>(resource(), objects(), txHandle);
-    if (transaction->join() != 0) {
+    if (transaction->join() != 0)
+    {
         throw std::runtime_error("join failed");
     }
     return transaction;
@@ -76,7 +85,8 @@ std::unique_ptr<Transaction> LoadedComponent::join(unsigned long txHandle)
 
 void LoadedComponent::unload()
 {
-    if (auto* record = std::exchange(_record, nullptr)) {
+    if (auto* record = std::exchange(_record, nullptr))
+    {
         record->stop(ZolStateChangeReasonNormal);
         _library.terminate();
         _library.unload();
@@ -85,8 +95,10 @@ void LoadedComponent::unload()
 
 ZolMgmtSpiInterface_1* providedInterface(const ZolMgmtSpiComponentRecord& record, const std::string& name)
 {
-    for (ZolMgmtSpiInterface_1** entry = record.interfaces; *entry != nullptr; ++entry) {
-        if ((*entry)->interfaceName == name) {
+    for (ZolMgmtSpiInterface_1** entry = record.interfaces; *entry != nullptr; ++entry)
+    {
+        if ((*entry)->interfaceName == name)
+        {
             return *entry;
         }
     }

@@ -10,7 +10,8 @@ namespace zoltest
 LoadedLibrary::LoadedLibrary()
     : _handle(dlopen(path(), RTLD_NOW | RTLD_LOCAL))
 {
-    if (_handle == nullptr) {
+    if (_handle == nullptr)
+    {
         throw std::runtime_error(dlerror());
     }
 }
@@ -37,7 +38,8 @@ void* LoadedLibrary::symbol(const char* name) const
 
 void LoadedLibrary::unload()
 {
-    if (void* handle = std::exchange(_handle, nullptr)) {
+    if (void* handle = std::exchange(_handle, nullptr))
+    {
         dlclose(handle);
     }
 }
@@ -50,7 +52,8 @@ const char* LoadedLibrary::path()
 bool LoadedLibrary::isStillLoaded()
 {
     void* handle = dlopen(path(), RTLD_NOLOAD | RTLD_LAZY);
-    if (handle == nullptr) {
+    if (handle == nullptr)
+    {
         return false;
     }
     dlclose(handle);

@@ -37,8 +37,10 @@ ObservedThread::~ObservedThread()
 
 bool ObservedThread::waits() const
 {
-    while (!_done) {
-        if (const int threadId = _threadId; threadId != 0 && sleeps(threadId)) {
+    while (!_done)
+    {
+        if (const int threadId = _threadId; threadId != 0 && sleeps(threadId))
+        {
             return !_done;
         }
         std::this_thread::yield();

@@ -31,11 +31,14 @@ struct Form
 
 std::optional<Form> formOf(const LogCall& first)
 {
-    if (first.call == Call::Log && first.category == 1) {
+    if (first.call == Call::Log && first.category == 1)
+    {
         return Form{"severity-" + std::to_string(first.number), first.number};
     }
-    if (first.call == Call::Trace) {
-        switch (first.number) {
+    if (first.call == Call::Trace)
+    {
+        switch (first.number)
+        {
         case 0:
             return Form{"plain", LevelOfTraces};
         case 9:
@@ -59,11 +62,13 @@ std::string fold(const LogCall& first, const LogCall* second)
 {
     const auto form = formOf(first);
     if (!form || second == nullptr || second->call != Call::TraceV2 || second->number != form->level ||
-        second->text != first.text || !samePlace(first, *second)) {
+        second->text != first.text || !samePlace(first, *second))
+    {
         return "MALFORMED " + describe(first) + (second == nullptr ? "" : " then " + describe(*second));
     }
     std::string text = form->name + " " + first.text;
-    if (second->subsystem != Zol::Trace::FileM) {
+    if (second->subsystem != Zol::Trace::FileM)
+    {
         text += " [subsystem " + std::to_string(second->subsystem) + "]";
     }
     return text;
@@ -123,18 +128,22 @@ std::vector<LogStatement> RecordedLog::fullStatements() const
     const std::vector<LogCall> all = calls();
     std::vector<bool> used(all.size(), false);
     std::vector<LogStatement> result;
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        if (used[i]) {
+    for (std::size_t i = 0; i < all.size(); ++i)
+    {
+        if (used[i])
+        {
             continue;
         }
         std::size_t next = i + 1;
-        while (next < all.size() && all[next].thread != all[i].thread) {
+        while (next < all.size() && all[next].thread != all[i].thread)
+        {
             ++next;
         }
         const LogCall* second = next < all.size() ? &all[next] : nullptr;
         result.push_back({fold(all[i], second), all[i].function,
                           second != nullptr && all[i].file.empty() ? second->file : all[i].file});
-        if (second != nullptr) {
+        if (second != nullptr)
+        {
             used[next] = true;
         }
     }
@@ -144,7 +153,8 @@ std::vector<LogStatement> RecordedLog::fullStatements() const
 std::vector<std::string> RecordedLog::statements() const
 {
     std::vector<std::string> texts;
-    for (auto& statement : fullStatements()) {
+    for (auto& statement : fullStatements())
+    {
         texts.push_back(std::move(statement.text));
     }
     return texts;

@@ -27,8 +27,10 @@ void makeRemovable(const fs::path& directory)
 {
     std::error_code ignored;
     fs::permissions(directory, fs::perms::owner_all, fs::perm_options::add, ignored);
-    for (const auto& entry : fs::directory_iterator(directory, ignored)) {
-        if (entry.symlink_status(ignored).type() == fs::file_type::directory) {
+    for (const auto& entry : fs::directory_iterator(directory, ignored))
+    {
+        if (entry.symlink_status(ignored).type() == fs::file_type::directory)
+        {
             makeRemovable(entry.path());
         }
     }
@@ -36,7 +38,8 @@ void makeRemovable(const fs::path& directory)
 
 std::string describe(const fs::directory_entry& entry, const std::string& name)
 {
-    switch (entry.symlink_status().type()) {
+    switch (entry.symlink_status().type())
+    {
     case fs::file_type::directory:
         return "d " + name;
     case fs::file_type::regular:
@@ -53,7 +56,8 @@ std::string describe(const fs::directory_entry& entry, const std::string& name)
 TemporaryTree::TemporaryTree()
     : _root(fs::temp_directory_path() / "zol-test-XXXXXX")
 {
-    if (mkdtemp(_root.data()) == nullptr) {
+    if (mkdtemp(_root.data()) == nullptr)
+    {
         fail("mkdtemp " + _root);
     }
 }
@@ -77,7 +81,8 @@ std::string TemporaryTree::file(const std::string& name, const std::string& cont
     std::ofstream stream(where, std::ios::binary);
     stream << content;
     stream.close();
-    if (!stream) {
+    if (!stream)
+    {
         throw std::runtime_error("can't write " + where.string());
     }
     return where;
@@ -105,7 +110,8 @@ bool TemporaryTree::exists(const std::string& name) const
 mode_t TemporaryTree::mode(const std::string& name) const
 {
     struct stat status = {};
-    if (::stat(path(name).c_str(), &status) != 0) {
+    if (::stat(path(name).c_str(), &status) != 0)
+    {
         fail("stat " + path(name));
     }
     return status.st_mode & 07777U;
@@ -113,7 +119,8 @@ mode_t TemporaryTree::mode(const std::string& name) const
 
 void TemporaryTree::chmod(const std::string& name, mode_t mode) const
 {
-    if (::chmod(path(name).c_str(), mode) != 0) {
+    if (::chmod(path(name).c_str(), mode) != 0)
+    {
         fail("chmod " + path(name));
     }
 }
@@ -121,7 +128,8 @@ void TemporaryTree::chmod(const std::string& name, mode_t mode) const
 std::vector<std::string> TemporaryTree::listing() const
 {
     std::vector<std::string> lines;
-    for (const auto& entry : fs::recursive_directory_iterator(_root)) {
+    for (const auto& entry : fs::recursive_directory_iterator(_root))
+    {
         lines.push_back(describe(entry, entry.path().string().substr(_root.size() + 1)));
     }
     std::sort(lines.begin(), lines.end());
@@ -131,7 +139,8 @@ std::vector<std::string> TemporaryTree::listing() const
 int TemporaryTree::openDescriptors() const
 {
     int count = 0;
-    for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
+    for (const auto& entry : fs::directory_iterator("/proc/self/fd"))
+    {
         std::error_code gone;
         const std::string target = fs::read_symlink(entry.path(), gone);
         count += target == _root || target.starts_with(_root + "/") ? 1 : 0;

@@ -17,7 +17,8 @@ std::string codeText(ZolReturnT code)
 
 void require(ZolReturnT code, const char* operation)
 {
-    if (code != 0) {
+    if (code != 0)
+    {
         throw std::runtime_error(std::string(operation) + " gave " + codeText(code));
     }
 }
@@ -25,7 +26,8 @@ void require(ZolReturnT code, const char* operation)
 template<class Result, class Pointer>
 void release(const Result& result, Pointer value)
 {
-    if (result.releaseCallback != nullptr) {
+    if (result.releaseCallback != nullptr)
+    {
         result.releaseCallback(value);
     }
 }
@@ -41,7 +43,8 @@ Transaction::Transaction(const ZolOamSpiTransactionalResource_1& resource,
 
 Transaction::~Transaction()
 {
-    if (_open) {
+    if (_open)
+    {
         finish();
     }
 }
@@ -78,10 +81,12 @@ std::vector<std::string> Transaction::children(const std::string& parentDn, cons
 {
     const unsigned long long iterator = newIterator(parentDn, className);
     std::vector<std::string> names;
-    for (;;) {
+    for (;;)
+    {
         char* name = nullptr;
         require(_objects.nextMo(iterator, &name), "nextMo");
-        if (name == nullptr) {
+        if (name == nullptr)
+        {
             return names;
         }
         names.emplace_back(name);
@@ -109,18 +114,21 @@ std::vector<std::string> Transaction::attributes(const std::string& dn, const st
 {
     std::vector<const char*> list;
     list.reserve(names.size() + 1);
-    for (const auto& name : names) {
+    for (const auto& name : names)
+    {
         list.push_back(name.c_str());
     }
     list.push_back(nullptr);
     ZolMoAttributeValuesResult_3 result = {nullptr, nullptr};
     const ZolReturnT code = _objects.getMoAttributes(_txHandle, dn.c_str(), list.data(), &result);
-    if (code != 0) {
+    if (code != 0)
+    {
         release(result, result.containers);
         return {codeText(code)};
     }
     std::vector<std::string> texts;
-    for (std::size_t i = 0; result.containers[i] != nullptr; ++i) {
+    for (std::size_t i = 0; result.containers[i] != nullptr; ++i)
+    {
         texts.push_back(toText(result.containers[i]));
     }
     release(result, result.containers);

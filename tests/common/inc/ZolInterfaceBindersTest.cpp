@@ -108,7 +108,8 @@ private:
     ZolReturnT note(const char* operation, bool sameArguments)
     {
         calls.emplace_back(sameArguments ? operation : std::string(operation) + " with other arguments");
-        if (failure) {
+        if (failure)
+        {
             failure();
         }
         return answer;
@@ -183,7 +184,8 @@ TYPED_TEST(InterfaceBinder, TableBeginsWithTheIdentityThatWasGiven)
 
 TYPED_TEST(InterfaceBinder, ForwardsEachEntryToItsOperationWithTheArgumentsUnchanged)
 {
-    for (const auto& entry : entriesOf(*this->binder->table())) {
+    for (const auto& entry : entriesOf(*this->binder->table()))
+    {
         this->implementation.calls.clear();
         entry.call();
         EXPECT_EQ(this->implementation.calls, std::vector<std::string>{entry.operation});
@@ -192,8 +194,10 @@ TYPED_TEST(InterfaceBinder, ForwardsEachEntryToItsOperationWithTheArgumentsUncha
 
 TYPED_TEST(InterfaceBinder, ReturnsTheResultUnchanged)
 {
-    for (const auto& entry : entriesOf(*this->binder->table())) {
-        for (const ZolReturnT answer : {0, -1, -2, -8, 4711}) {
+    for (const auto& entry : entriesOf(*this->binder->table()))
+    {
+        for (const ZolReturnT answer : {0, -1, -2, -8, 4711})
+        {
             this->implementation.answer = answer;
             EXPECT_EQ(entry.call(), answer) << entry;
         }
@@ -205,7 +209,8 @@ TYPED_TEST(InterfaceBinder, TurnsAStdExceptionIntoMinusOneWithoutALog)
     this->implementation.answer = 5;
     this->implementation.failure = [] { throw std::runtime_error("no use"); };
     const RecordedLog log;
-    for (const auto& entry : entriesOf(*this->binder->table())) {
+    for (const auto& entry : entriesOf(*this->binder->table()))
+    {
         EXPECT_EQ(entry.call(), -1) << entry;
     }
     EXPECT_EQ(log.statements(), std::vector<std::string>{});
@@ -214,7 +219,8 @@ TYPED_TEST(InterfaceBinder, TurnsAStdExceptionIntoMinusOneWithoutALog)
 TYPED_TEST(InterfaceBinder, LetsAnyOtherExceptionThroughToTheHost)
 {
     this->implementation.failure = [] { throw Foreign(); };
-    for (const auto& entry : entriesOf(*this->binder->table())) {
+    for (const auto& entry : entriesOf(*this->binder->table()))
+    {
         EXPECT_THROW(entry.call(), Foreign) << entry;
     }
 }
@@ -222,7 +228,8 @@ TYPED_TEST(InterfaceBinder, LetsAnyOtherExceptionThroughToTheHost)
 TYPED_TEST(InterfaceBinder, LogsNothingOfItsOwn)
 {
     const RecordedLog log;
-    for (const auto& entry : entriesOf(*this->binder->table())) {
+    for (const auto& entry : entriesOf(*this->binder->table()))
+    {
         entry.call();
     }
     EXPECT_EQ(log.statements(), std::vector<std::string>{});

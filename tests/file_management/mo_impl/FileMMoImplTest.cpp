@@ -90,7 +90,8 @@ TEST_F(Initialize, JoinsTheDirectoryPartAndTheLeafPartWithASlashWhateverTheyAre)
         {"/data", "fs", "/data/fs"}, {"/data", "", "/data/"},   {"", "data", "/data"}, {"", "", "/"},
         {"x", "x", "x/x"},           {"/a/b/", "c", "/a/b//c"},
     };
-    for (const auto& [directoryPart, leafPart, path] : cases) {
+    for (const auto& [directoryPart, leafPart, path] : cases)
+    {
         const RecordedLog log;
         front->initialize(directoryPart, leafPart, host.portal1(), host.transaction(), &resource);
         EXPECT_EQ(log.statements(), (Texts{"enter  >> ", "enter  >> fileSystemRoot :" + path, "exit  << "}));
@@ -123,7 +124,8 @@ TEST_F(Join, FetchesTheThreadContextForItsWorkerAfterTheRegistration)
 
 TEST_F(Join, GivesTheHostsCodeForARefusedRegistrationAndMakesNoWorker)
 {
-    for (const ZolReturnT code : {-1, -5, 17}) {
+    for (const ZolReturnT code : {-1, -5, 17})
+    {
         host.registerParticipantCode = code;
         EXPECT_EQ(front->join(7), code);
         EXPECT_EQ(front->finish(7), -2);
@@ -155,7 +157,8 @@ TEST_F(Join, TwiceRegistersTwiceAndKeepsTheFirstWorkerWithItsChanges)
 TEST_F(Join, LetsAFailureToMakeTheWorkerGoUpWithTheParticipantRegisteredAndNoWorker)
 {
     host.onCall = [](const std::string& call) {
-        if (call.starts_with("getInterface")) {
+        if (call.starts_with("getInterface"))
+        {
             throw std::bad_alloc();
         }
     };
@@ -404,10 +407,12 @@ TEST_F(Lock, MakesEveryOtherOperationWaitWhileTheHostRegistersTheParticipant)
         {"abort", [&] { return front->abort(5); }},
         {"finish", [&] { return front->finish(5); }},
     };
-    for (const auto& [operation, call] : cases) {
+    for (const auto& [operation, call] : cases)
+    {
         std::unique_ptr<ObservedThread> other;
         host.whileRegistering = [&](unsigned long handle) {
-            if (handle != 7) {
+            if (handle != 7)
+            {
                 return;
             }
             other = std::make_unique<ObservedThread>([&call = call] { call(); });
@@ -440,7 +445,8 @@ TEST_F(Lock, IsHeldAroundTheExitTrace)
             char* name = nullptr;
             EXPECT_EQ(front->nextMo(4711, &name), -2);
         });
-        while (log.calls().size() < 4) {
+        while (log.calls().size() < 4)
+        {
             std::this_thread::yield();
         }
         EXPECT_TRUE(other->waits());
@@ -455,7 +461,8 @@ TEST_F(Lock, IsHeldAroundTheExitTrace)
 TEST_F(Destruction, DeletesTheOpenWorkersAndCommitsNothing)
 {
     tree.directory("a");
-    for (const unsigned long handle : {9UL, 7UL, 8UL}) {
+    for (const unsigned long handle : {9UL, 7UL, 8UL})
+    {
         expectJoined(handle);
         expectCreated(handle, "new");
         ASSERT_EQ(front->deleteMo(handle, fileGroup("a").c_str()), 0);
