@@ -14,7 +14,9 @@ target_compile_options(zol_build_settings INTERFACE
 
 if(ZOL_SANITIZERS)
     target_compile_options(zol_build_settings INTERFACE
-        -fsanitize=${ZOL_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        -fsanitize=${ZOL_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer
+        # GCC 12 sees uninitialised objects in <regex> when it instruments
+        $<$<COMPILE_LANGUAGE:CXX>:-Wno-maybe-uninitialized>)
     target_link_options(zol_build_settings INTERFACE -fsanitize=${ZOL_SANITIZERS})
 endif()
 
