@@ -2,8 +2,11 @@
 
 #include "engine/Refusal.h"
 
+#include <algorithm>
 #include <boost/algorithm/string/replace.hpp>
 #include <string>
+#include <variant>
+#include <vector>
 
 namespace zolhost::vetting
 {
@@ -14,9 +17,8 @@ namespace
 constexpr std::string_view DIRECTORY = "FileGroup";
 constexpr std::string_view FILE = "FileInformation";
 
-/// All that a component tries for the substitute, but for the comma; and the substitute itself.
-constexpr std::string_view CHARACTERS[] = {"\\n", "\\r", "=",  "+",  "<", ">",
-                                           "#",   ";",   "\\", "\"", "*", DistinguishedName::SUBSTITUTE};
+/// All that a component tries for the substitute, but for the comma.
+constexpr std::string_view CHARACTERS[] = {"\\n", "\\r", "=", "+", "<", ">", "#", ";", "\\", "\"", "*"};
 
 [[noreturn]] void refuse(Refusal::Kind kind, const DistinguishedName& dn, const std::string& why)
 {
@@ -28,19 +30,84 @@ constexpr std::string_view CHARACTERS[] = {"\\n", "\\r", "=",  "+",  "<", ">",
     refuse(Refusal::Kind::BadName, dn, why);
 }
 
-[[noreturn]] void refuseDirectory(const DistinguishedName& dn, const std::string& directory)
-{
-    refuse(Refusal::Kind::Failed, dn, "it is a directory, with the name " + directory);
-}
-
-std::string spelled(const DistinguishedName& dn, std::string_view character)
-{
-    return boost::algorithm::replace_all_copy(dn.text(), DistinguishedName::SUBSTITUTE, character);
-}
-
 bool isFile(const DistinguishedName& dn)
 {
     return dn.moClass().name == FILE;
+}
+
+bool hasSubstitute(const DistinguishedName& dn)
+{
+    return dn.text().find(DistinguishedName::SUBSTITUTE) != std::string::npos;
+}
+
+/// What a name with substitutes may stand for beside itself.
+std::vector<std::string> spellings(const DistinguishedName& dn)
+{
+    std::vector<std::string> texts;
+    for (const auto character : CHARACTERS)
+    {
+        texts.push_back(
+            boost::algorithm::replace_all_copy(dn.text(), DistinguishedName::SUBSTITUTE, character));
+    }
+    return texts;
+}
+
+bool isListed(const ManagedObjects& objects, const DistinguishedName& dn)
+{
+    const auto names = objects.children(dn.parent().text(), std::string(dn.moClass().name));
+    return std::ranges::find(names, dn.value()) != names.end();
+}
+
+/// Whether there is anything at all, be it a file or a directory, under the name of a file without
+/// substitutes.
+bool isTaken(const ManagedObjects& objects, const std::string& fileDn)
+{
+    try
+    {
+        const auto time = objects.attribute(fileDn, "modificationTime");
+        return !std::get<std::string>(time.values.at(0)).empty();
+    }
+    catch (const Refusal&)
+    {
+        return false;
+    }
+}
+
+/// With a comma in the place of a substitute, the rest of the value doesn't count.
+void requireNothingAtComma(const ManagedObjects& objects, const DistinguishedName& dn)
+{
+    const DistinguishedName cut = dn.cutAtSubstitutes();
+    const bool canBeFile = !cut.parent().isRoot();
+    if (objects.exists(cut.as(DIRECTORY).text()) || (canBeFile && isTaken(objects, cut.as(FILE).text())))
+    {
+        refuse(Refusal::Kind::Failed, dn,
+               '"' + std::string(DistinguishedName::SUBSTITUTE) +
+                   "\" may stand for a comma, which ends a value, and then " + cut.text() + " is meant");
+    }
+}
+
+void requireNoDirectory(const ManagedObjects& objects, const DistinguishedName& fileName)
+{
+    bool isDirectory = objects.exists(fileName.as(DIRECTORY).text());
+    for (const auto& text : spellings(fileName))
+    {
+        // not asked as a directory, whose name would be decoded
+        isDirectory = isDirectory || (isTaken(objects, text) && !objects.exists(text));
+    }
+    if (isDirectory)
+    {
+        refuse(Refusal::Kind::Failed, fileName, "it may be a directory");
+    }
+}
+
+void requireNoFile(const ManagedObjects& objects, const DistinguishedName& directoryName)
+{
+    const auto names = spellings(directoryName.as(FILE));
+    const bool canBeFile = !directoryName.parent().isRoot();
+    if (canBeFile && std::ranges::any_of(names, [&](const auto& text) { return objects.exists(text); }))
+    {
+        refuse(Refusal::Kind::Failed, directoryName, "it may be a file");
+    }
 }
 
 std::string nameOfClass(const DistinguishedName& dn)
@@ -61,42 +128,41 @@ void requireObject(const ManagedObjects& objects, const DistinguishedName& dn)
     {
         return;
     }
-    if (isFile(dn) && exists(objects, dn.as(DIRECTORY)))
+    if (!hasSubstitute(dn))
     {
-        refuseDirectory(dn, dn.as(DIRECTORY).text());
+        // the component denies a few names that it lists, such as "..."
+        if (isListed(objects, dn))
+        {
+            return;
+        }
+        if (isFile(dn) && isTaken(objects, dn.text()))
+        {
+            refuse(Refusal::Kind::Failed, dn, "it is a directory");
+        }
     }
     refuse(Refusal::Kind::NoSuchObject, dn, "no such object");
 }
 
 void requireFound(const ManagedObjects& objects, const DistinguishedName& dn)
 {
-    if (dn.text().find(DistinguishedName::SUBSTITUTE) == std::string::npos)
+    if (!hasSubstitute(dn))
     {
         requireObject(objects, dn);
         return;
     }
-    const DistinguishedName cut = dn.cutAtSubstitutes();
-    for (const auto& other : {cut.as(DIRECTORY), cut.as(FILE)})
+    requireNothingAtComma(objects, dn);
+    if (isFile(dn))
     {
-        if (exists(objects, other))
-        {
-            refuse(Refusal::Kind::Failed, dn,
-                   '"' + std::string(DistinguishedName::SUBSTITUTE) +
-                       "\" may stand for a comma, which ends a value, and then " + other.text() +
-                       " is meant");
-        }
+        requireNoDirectory(objects, dn);
     }
-    bool found = false;
-    for (const auto character : CHARACTERS)
+    else
     {
-        const std::string directory = spelled(dn.as(DIRECTORY), character);
-        if (isFile(dn) && objects.exists(directory))
-        {
-            refuseDirectory(dn, directory);
-        }
-        found = found || objects.exists(spelled(dn, character));
+        requireNoFile(objects, dn);
     }
-    if (!found)
+    const auto names = spellings(dn);
+    const bool isThere = objects.exists(dn.text()) || isListed(objects, dn) ||
+                         std::ranges::any_of(names, [&](const auto& text) { return objects.exists(text); });
+    if (!isThere)
     {
         refuse(Refusal::Kind::NoSuchObject, dn, "no such object");
     }

@@ -17,8 +17,7 @@ bool exists(const ManagedObjects& objects, const DistinguishedName& dn);
 void requireObject(const ManagedObjects& objects, const DistinguishedName& dn);
 
 /// As requireObject, for what a component finds by trying characters for the substitute: the object is there
-/// under one of the names tried, and the search can't come upon a directory for a file or upon what a comma
-/// leaves of the name.
+/// under a name that may be tried, and none that may be tried is that of something else.
 void requireFound(const ManagedObjects& objects, const DistinguishedName& dn);
 
 /// The class offers this in the model.

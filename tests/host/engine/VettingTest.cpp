@@ -72,11 +72,13 @@ TEST_F(Vetting, WantsAnObjectUnderExactlyThisName)
     tree.file("d/f");
     tree.file("d/.filemnohousekeeping");
     tree.file("a=b/f");
+    tree.file("d/g=h");
     tree.link("d/nowhere", "missing");
     EXPECT_EQ(object("FileGroup=d"), "fine");
     EXPECT_EQ(object("FileGroup=d,FileInformation=f"), "fine");
     EXPECT_EQ(object("FileGroup=a=b"), "fine");
     EXPECT_EQ(object("FileGroup=a?\?b"), "missing: no such object");
+    EXPECT_EQ(object("FileGroup=d,FileInformation=g?\?h"), "missing: no such object");
     EXPECT_EQ(object("FileGroup=e"), "missing: no such object");
     EXPECT_EQ(object("FileGroup=d,FileGroup=f"), "missing: no such object");
     EXPECT_EQ(object("FileGroup=d,FileInformation=g"), "missing: no such object");
@@ -84,26 +86,43 @@ TEST_F(Vetting, WantsAnObjectUnderExactlyThisName)
     EXPECT_EQ(object("FileGroup=d,FileInformation=nowhere"), "missing: no such object");
 }
 
+TEST_F(Vetting, TakesWhatTheComponentListsThoughItDeniesIt)
+{
+    tree.file(".../...");
+    EXPECT_FALSE(objects.exists(root + ",FileGroup=..."));
+    EXPECT_EQ(object("FileGroup=..."), "fine");
+    EXPECT_EQ(object("FileGroup=...,FileInformation=..."), "fine");
+    EXPECT_EQ(object("FileGroup=...,FileGroup=..."), "missing: no such object");
+}
+
 TEST_F(Vetting, WantsNoDirectoryUnderTheNameOfAFile)
 {
     tree.file("d/sub/f");
-    const std::string why =
-        "refused: it is a directory, with the name " + root + ",FileGroup=d,FileGroup=sub";
-    EXPECT_EQ(object("FileGroup=d,FileInformation=sub"), why);
-    EXPECT_EQ(found("FileGroup=d,FileInformation=sub"), why);
+    tree.file("d/.../f");
+    tree.link("d/link", tree.path("d/sub"));
+    for (const std::string name : {"sub", "...", "link"})
+    {
+        EXPECT_EQ(object("FileGroup=d,FileInformation=" + name), "refused: it is a directory");
+        EXPECT_EQ(found("FileGroup=d,FileInformation=" + name), "refused: it is a directory");
+    }
 }
 
 TEST_F(Vetting, FindsWhatASubstituteStandsFor)
 {
     tree.file("d/a=b");
     tree.file("d/c\\nd");
-    tree.file("x=y/z=");
+    tree.file("x=y/z#");
+    tree.file("x=y/z=z");
     tree.directory("g<");
+    tree.directory("e=");
     tree.file("d/i?\?j");
     EXPECT_EQ(found("FileGroup=d,FileInformation=a?\?b"), "fine");
     EXPECT_EQ(found("FileGroup=d,FileInformation=c?\?d"), "fine");
-    EXPECT_EQ(found("FileGroup=x?\?y,FileInformation=z?\?"), "fine");
+    EXPECT_EQ(found("FileGroup=x?\?y,FileInformation=z?\?"), "missing: no such object")
+        << "one character serves for all";
+    EXPECT_EQ(found("FileGroup=x?\?y,FileInformation=z?\?z"), "fine");
     EXPECT_EQ(found("FileGroup=g?\?"), "fine");
+    EXPECT_EQ(found("FileGroup=e?\?"), "fine") << "though the component denies it under its full name";
     EXPECT_EQ(found("FileGroup=d,FileInformation=i?\?j"), "fine") << "the name itself";
     EXPECT_EQ(found("FileGroup=d,FileInformation=h?\?i"), "missing: no such object");
     EXPECT_EQ(found("FileGroup=d,FileInformation=a"), "missing: no such object");
@@ -114,13 +133,22 @@ TEST_F(Vetting, RefusesASearchThatMayComeUponADirectoryForAFile)
     int number = 0;
     for (const std::string character : {"\\n", "\\r", "=", "+", "<", ">", "#", ";", "\\", "\"", "*", "?\?"})
     {
-        const std::string parent = "d" + std::to_string(++number);
-        tree.directory(parent + "/a" + character + "b");
-        EXPECT_EQ(found("FileGroup=" + parent + ",FileInformation=a?\?b"),
-                  "refused: it is a directory, with the name " + root + ",FileGroup=" + parent +
-                      ",FileGroup=a" + character + "b");
-        EXPECT_EQ(found("FileGroup=" + parent + ",FileGroup=a?\?b"), "fine");
+        for (const std::string behind : {"b", "", ".", "2Bx"})
+        {
+            const std::string parent = "d" + std::to_string(++number);
+            tree.directory(parent + "/e" + character + behind);
+            EXPECT_EQ(found("FileGroup=" + parent + ",FileInformation=e?\?" + behind),
+                      "refused: it may be a directory")
+                << character << behind;
+        }
     }
+}
+
+TEST_F(Vetting, RefusesASearchThatMayComeUponAFileForADirectory)
+{
+    tree.file("d/a=b");
+    tree.directory("d/a#b");
+    EXPECT_EQ(found("FileGroup=d,FileGroup=a?\?b"), "refused: it may be a file");
 }
 
 TEST_F(Vetting, RefusesASearchThatMayComeUponWhatACommaLeavesOfTheName)
@@ -131,11 +159,13 @@ TEST_F(Vetting, RefusesASearchThatMayComeUponWhatACommaLeavesOfTheName)
     tree.directory("d/a");
     tree.file("d/c");
     tree.file("x/f");
+    tree.directory("d/e=");
     const std::string why = "refused: \"?\?\" may stand for a comma, which ends a value, and then " + root;
-    EXPECT_EQ(found("FileGroup=d,FileInformation=a?\?b"), why + ",FileGroup=d,FileGroup=a is meant");
+    EXPECT_EQ(found("FileGroup=d,FileInformation=a?\?b"), why + ",FileGroup=d,FileInformation=a is meant");
     EXPECT_EQ(found("FileGroup=d,FileInformation=c?\?d"), why + ",FileGroup=d,FileInformation=c is meant");
     EXPECT_EQ(found("FileGroup=d,FileGroup=a?\?b"), why + ",FileGroup=d,FileGroup=a is meant");
     EXPECT_EQ(found("FileGroup=x?\?y,FileInformation=f"), why + ",FileGroup=x,FileInformation=f is meant");
+    EXPECT_EQ(found("FileGroup=d,FileGroup=e=?\?b"), why + ",FileGroup=d,FileGroup=e= is meant");
 }
 
 TEST_F(Vetting, AsksForNothingThatTheModelDoesNotOffer)
