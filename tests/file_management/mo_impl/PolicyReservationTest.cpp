@@ -23,8 +23,9 @@ protected:
     PolicyReservation()
     {
         tree.directory("d");
-        // the DN of the root object is asked for once in a process
+        // the DN of the root object is asked for once in a process, here at the latest
         worker.getFileMRoot();
+        repository.clear();
     }
 
     void setPolicies(std::list<std::string> policies)
