@@ -60,7 +60,7 @@ int FileManagementConfigHandler::load(const std::string& config)
     return 0;
 }
 
-void FileManagementConfigHandler::getInternalRoot(std::string& root) const
+void FileManagementConfigHandler::getInternalRoot(std::string& root)
 {
     root = _internalRoot;
 }

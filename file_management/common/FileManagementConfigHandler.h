@@ -6,7 +6,8 @@
 namespace ZolFileManagementCommon
 {
 
-/// Finds the internal root in the configuration document, for the duration of one load.
+/// Finds the internal root in the configuration document, for the duration of one load. The document stands
+/// in a configuration object of its own: what the base holds is only there for `unload`.
 class FileManagementConfigHandler : public Zol::ZolConfiguration
 {
 public:
@@ -20,7 +21,7 @@ public:
     /// failure.
     int load(const std::string& config);
 
-    void getInternalRoot(std::string& root) const;
+    void getInternalRoot(std::string& root);
 
     /// Text of the one descendant of `element` with that tag; empty if there is none or more than one.
     std::string getElementValue(Zol::ZolConfiguration& configuration, Poco::XML::Element* element,

@@ -134,16 +134,16 @@ TEST_F(ExternalCommand, ThatCanNotBeRunFailsTheStartWithItsReasonAndNoExitTrace)
     const FakeZolea zolea("echo " + tree.path());
     init();
     const ChildrenReapedBySystem cause;
+    const std::string command = "zolea file-system internalRoot";
+    const std::string error = "error=No child processes";
     const RecordedLog log;
     EXPECT_EQ(start(), -1);
     EXPECT_EQ(log.statements(),
               (Texts{"enter  >> Starting FileManagement service. Reason: 0", "enter  >> ",
-                     "enter  >> Invoking: zolea file-system internalRoot",
-                     "plain Executing 'zolea file-system internalRoot'",
-                     "plain Failed to invoke zolea : execution of 'zolea file-system internalRoot' failed - "
-                     "error=No child processes",
-                     "severity-3 ZOLEA readConfiguration failed: Failed to invoke: zolea zolea file-system "
-                     "internalRoot, error=No child processes"}));
+                     "enter  >> Invoking: " + command, "plain Executing '" + command + "'",
+                     "plain Failed to invoke zolea : execution of '" + command + "' failed - " + error,
+                     "severity-3 ZOLEA readConfiguration failed: Failed to invoke: zolea " + command + ", " +
+                         error}));
 }
 
 TEST_F(ExternalCommand, ThatCanNotBeRunLeavesTheComponentStopped)

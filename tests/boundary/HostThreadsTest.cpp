@@ -6,7 +6,9 @@
 #include "support/Transaction.h"
 
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -26,12 +28,21 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-constexpr int threads = 4;
-constexpr int transactionsPerThread = 25;
+constexpr unsigned long threads = 4;
+constexpr unsigned long rounds = 25;
 
-std::string nameOf(int thread, int number)
+std::string nameOf(unsigned long thread, unsigned long round)
 {
-    return std::to_string(thread) + "-" + std::to_string(number);
+    return std::to_string(thread) + "-" + std::to_string(round);
+}
+
+void runOnThreads(const std::function<void(unsigned long)>& work)
+{
+    std::list<ObservedThread> hostThreads;
+    for (unsigned long thread = 0; thread < threads; ++thread)
+    {
+        hostThreads.emplace_back([&work, thread] { work(thread); });
+    }
 }
 
 } // namespace
@@ -39,55 +50,40 @@ std::string nameOf(int thread, int number)
 TEST(HostThreads, WorkInTransactionsOfTheirOwnAtOnce)
 {
     const TemporaryTree tree;
-    for (int thread = 0; thread < threads; ++thread)
+    Texts expected;
+    for (unsigned long thread = 0; thread < threads; ++thread)
     {
-        tree.file(std::to_string(thread) + "/file");
+        const std::string home = std::to_string(thread);
+        tree.file(home + "/file");
+        expected.insert(expected.end(), {"d " + home, "f " + home + "/file 1"});
     }
     LoadedComponent component(tree.path());
     std::mutex mutex;
     std::set<unsigned long long> iterators;
 
-    const auto work = [&](int thread) {
+    runOnThreads([&](unsigned long thread) {
         const std::string home = fileGroup(std::to_string(thread));
-        for (int number = 0; number < transactionsPerThread; ++number)
+        for (unsigned long round = 0; round < rounds; ++round)
         {
-            const auto handle = static_cast<unsigned long>(thread * transactionsPerThread + number);
-            const auto tx = component.join(handle);
-            EXPECT_EQ(tx->create(home, nameOf(thread, number)), 0);
-            EXPECT_EQ(tx->count(home, "FileGroup"), static_cast<unsigned>(number) + 1);
+            const auto tx = component.join(thread * rounds + round);
+            EXPECT_EQ(tx->create(home, nameOf(thread, round)), 0);
+            EXPECT_EQ(tx->count(home, "FileGroup"), round + 1);
             const auto iterator = tx->newIterator(home, "FileInformation");
-            {
-                const std::scoped_lock lock(mutex);
-                EXPECT_TRUE(iterators.insert(iterator).second) << "id " << iterator << " was drawn twice";
-            }
             char* name = nullptr;
             EXPECT_EQ(component.objects().nextMo(iterator, &name), 0);
             EXPECT_STREQ(name, "file");
             EXPECT_EQ(tx->commit(), 0);
             EXPECT_EQ(component.objects().nextMo(iterator, &name), -2);
-        }
-    };
-    {
-        std::vector<std::unique_ptr<ObservedThread>> hostThreads;
-        for (int thread = 0; thread < threads; ++thread)
-        {
-            hostThreads.push_back(std::make_unique<ObservedThread>([&work, thread] { work(thread); }));
-        }
-    }
 
-    Texts expected;
-    for (int thread = 0; thread < threads; ++thread)
-    {
-        expected.push_back("d " + std::to_string(thread));
-        expected.push_back("f " + std::to_string(thread) + "/file 1");
-        for (int number = 0; number < transactionsPerThread; ++number)
-        {
-            expected.push_back("d " + std::to_string(thread) + "/" + nameOf(thread, number));
+            const std::scoped_lock lock(mutex);
+            EXPECT_TRUE(iterators.insert(iterator).second) << "id " << iterator << " was drawn twice";
+            expected.push_back("d " + std::to_string(thread) + "/" + nameOf(thread, round));
         }
-    }
+    });
+
     std::sort(expected.begin(), expected.end());
     EXPECT_EQ(tree.listing(), expected);
-    EXPECT_EQ(*iterators.rbegin(), static_cast<unsigned>(threads * transactionsPerThread));
+    EXPECT_EQ(*iterators.rbegin(), threads * rounds);
 }
 
 TEST(HostThreads, ShareOneTransaction)
@@ -95,21 +91,15 @@ TEST(HostThreads, ShareOneTransaction)
     const TemporaryTree tree;
     LoadedComponent component(tree.path());
     const auto tx = component.join();
-    {
-        std::vector<std::unique_ptr<ObservedThread>> hostThreads;
-        for (int thread = 0; thread < threads; ++thread)
+    runOnThreads([&tx](unsigned long thread) {
+        for (unsigned long round = 0; round < rounds; ++round)
         {
-            hostThreads.push_back(std::make_unique<ObservedThread>([&tx, thread] {
-                for (int number = 0; number < transactionsPerThread; ++number)
-                {
-                    EXPECT_EQ(tx->create(fileM, nameOf(thread, number)), 0);
-                }
-            }));
+            EXPECT_EQ(tx->create(fileM, nameOf(thread, round)), 0);
         }
-    }
-    EXPECT_EQ(tx->count(fileM, "FileGroup"), static_cast<unsigned>(threads * transactionsPerThread));
+    });
+    EXPECT_EQ(tx->count(fileM, "FileGroup"), threads * rounds);
     EXPECT_EQ(tx->commit(), 0);
-    EXPECT_EQ(tree.listing().size(), static_cast<unsigned>(threads * transactionsPerThread));
+    EXPECT_EQ(tree.listing().size(), threads * rounds);
 }
 
 TEST(HostThreads, WaitForEachOtherOnceTheyHaveTracedTheirEntry)

@@ -8,6 +8,8 @@
 #include "support/TemporaryTree.h"
 #include "support/Transaction.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
@@ -16,7 +18,6 @@
 using zoltest::configurationFor;
 using zoltest::FakeHost;
 using zoltest::FakeZolea;
-using zoltest::fileGroup;
 using zoltest::fileM;
 using zoltest::LoadedLibrary;
 using zoltest::objectsOf;
@@ -497,4 +498,18 @@ TEST_F(Lifecycle, LogsByItsLevels)
         EXPECT_EQ(stop(), 0);
         EXPECT_EQ(log.statements(), statements) << "level " << level;
     }
+}
+
+TEST_F(Lifecycle, StartAndStopTakeAReasonThatOnlyTheHostKnows)
+{
+    ASSERT_EQ(init(), 0);
+    const auto hostsOwn = static_cast<ZolStateChangeReason>(1027);
+    const RecordedLog log;
+    EXPECT_EQ(host.record()->start(hostsOwn), 0);
+    EXPECT_EQ(host.record()->stop(hostsOwn), 0);
+    const auto statements = log.statements();
+    EXPECT_EQ(statements.front(), "enter  >> Starting FileManagement service. Reason: 1027");
+    EXPECT_EQ(std::count(statements.begin(), statements.end(),
+                         "enter  >> Stopping FileManagement service with reason: 1027"),
+              1);
 }

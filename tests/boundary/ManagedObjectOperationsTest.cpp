@@ -5,6 +5,7 @@
 #include "support/TemporaryTree.h"
 #include "support/Transaction.h"
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <ostream>
@@ -16,7 +17,6 @@
 using zoltest::fileGroup;
 using zoltest::fileInformation;
 using zoltest::fileM;
-using zoltest::fileMConfigData;
 using zoltest::LoadedComponent;
 using zoltest::RecordedLog;
 using zoltest::TemporaryTree;

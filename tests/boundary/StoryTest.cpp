@@ -11,7 +11,6 @@
 using zoltest::fileGroup;
 using zoltest::fileInformation;
 using zoltest::fileM;
-using zoltest::fileMConfigData;
 using zoltest::LoadedComponent;
 using zoltest::TemporaryTree;
 

@@ -5,6 +5,7 @@
 #include "support/Transaction.h"
 
 #include <gtest/gtest.h>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -14,7 +15,6 @@ using zoltest::fileM;
 using zoltest::LoadedComponent;
 using zoltest::RecordedLog;
 using zoltest::TemporaryTree;
-using zoltest::Transaction;
 
 namespace
 {

@@ -118,6 +118,12 @@ std::vector<std::string> FakeRepository::calls() const
     return _calls;
 }
 
+void FakeRepository::clear()
+{
+    const std::scoped_lock lock(_mutex);
+    _calls.clear();
+}
+
 int FakeRepository::releases() const
 {
     return releaseCount;

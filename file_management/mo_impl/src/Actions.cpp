@@ -15,8 +15,8 @@ ZolReturnT FileMTransaction::action(const char* dn, const char* actionName,
 {
     const Poco::Path path = convertDnToPath(dn);
     initAttrResult(attrTypeBool, 1, result);
-    bool& value = result.container->values[0].boolValue;
-    value = false;
+    QenMoAttributeValue_3& value = result.container->values[0];
+    value.boolValue = false;
 
     const std::string_view name = actionName;
     if (name == "removeFile")
@@ -31,7 +31,7 @@ ZolReturnT FileMTransaction::action(const char* dn, const char* actionName,
         const std::string expression = std::string("^") + parameter->values[0].stringValue + "$";
         bool removed = false;
         const ZolReturnT code = removeFileAction(path, expression, removed);
-        value = removed;
+        value.boolValue = removed;
         return code;
     }
     if (name == "remove")
@@ -41,7 +41,7 @@ ZolReturnT FileMTransaction::action(const char* dn, const char* actionName,
             return -1;
         }
         _nonComittedData.addDeletedDir(path);
-        value = true;
+        value.boolValue = true;
         return 0;
     }
     ZOL_PLAIN_TRACE("Action call failed: FileM MO has no action called %s", actionName);

@@ -26,9 +26,10 @@ void removeAll(const NonComittedData::Paths& paths)
 {
     for (const Poco::Path& path : paths)
     {
+        Poco::File item(path);
         try
         {
-            Poco::File(path).remove(true);
+            item.remove(true);
         }
         catch (...)
         {

@@ -9,6 +9,7 @@
 #include <Poco/File.h>
 #include <array>
 #include <cerrno>
+#include <memory>
 #include <unistd.h>
 
 namespace ZolFileManagement
@@ -108,7 +109,10 @@ bool FileGroupIterator::getNextFromCreatedDirs(Poco::Path& entry)
 
 void FileGroupIterator::clear()
 {
-    _dirIterator = Poco::DirectoryIterator();
+    // its assignment would leave the name of the last entry, by which it is compared with the end
+    std::destroy_at(&_dirIterator);
+    std::construct_at(&_dirIterator);
+
     _pendingDirs.clear();
     _directory = Poco::Path();
 }

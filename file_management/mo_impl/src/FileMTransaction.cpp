@@ -18,10 +18,13 @@ FileMTransaction::FileMTransaction(unsigned long txHandle, ZolMgmtSpiInterfacePo
     , _portal(portal)
 {
     const ZolMgmtSpiInterface_1 id{"ZolMgmtSpiThreadContextService", "ZolMgmtSpiThreadContext", "2"};
-    if (_portal.getInterface(id, reinterpret_cast<ZolMgmtSpiInterface_1**>(&_threadContext)) != 0)
+    ZolMgmtSpiInterface_1* found = nullptr;
+    if (_portal.getInterface(id, &found) != 0)
     {
         ZOL_SEVERITY_LOG(3, "Could not get threadContext service");
+        return;
     }
+    _threadContext = reinterpret_cast<ZolMgmtSpiThreadContext*>(found);
 }
 
 FileMTransaction::~FileMTransaction() = default;

@@ -34,6 +34,7 @@ public:
     ZolMgmtSpiInterface_1* getInterface(const ZolMgmtSpiInterface_1& id);
 
 private:
+    // In reverse order of their end: no call comes through a binder any more when what serves it goes.
     ZolFileManagementCommon::FileManagementZoleaWrapper _wrapper;
     FileMMoImpl _moImpl;
     std::string _internalRoot;

@@ -11,6 +11,7 @@ std::string formatText(const char* format, std::va_list arguments)
     std::array<char, 512> usual;
     std::va_list once;
     va_copy(once, arguments);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): va_copy has begun it
     const int length = std::vsnprintf(usual.data(), usual.size(), format, once);
     va_end(once);
 

@@ -39,7 +39,8 @@ bool flag;
 constexpr unsigned long handle = 0xFEDCBA9876543210UL;
 constexpr unsigned long long iterator = 0x123456789ABCDEF0ULL;
 
-// Answers every operation of both interfaces alike.
+// Answers every operation of both interfaces alike. The tables give the types of the parameters.
+// NOLINTBEGIN(readability-non-const-parameter)
 class Implementation
 {
 public:
@@ -115,6 +116,8 @@ private:
         return answer;
     }
 };
+
+// NOLINTEND(readability-non-const-parameter)
 
 using ResourceBinder = Zol::TransactionalResource1Binder<Implementation>;
 using ObjectBinder = Zol::ManagedObject3Binder<Implementation>;

@@ -407,7 +407,7 @@ TEST_F(Lock, MakesEveryOtherOperationWaitWhileTheHostRegistersTheParticipant)
         {"abort", [&] { return front->abort(5); }},
         {"finish", [&] { return front->finish(5); }},
     };
-    for (const auto& [operation, call] : cases)
+    for (const auto& example : cases)
     {
         std::unique_ptr<ObservedThread> other;
         host.whileRegistering = [&](unsigned long handle) {
@@ -415,8 +415,8 @@ TEST_F(Lock, MakesEveryOtherOperationWaitWhileTheHostRegistersTheParticipant)
             {
                 return;
             }
-            other = std::make_unique<ObservedThread>([&call = call] { call(); });
-            EXPECT_TRUE(other->waits()) << operation;
+            other = std::make_unique<ObservedThread>([&example] { example.call(); });
+            EXPECT_TRUE(other->waits()) << example.operation;
         };
         ASSERT_EQ(front->join(7), 0);
         other.reset();

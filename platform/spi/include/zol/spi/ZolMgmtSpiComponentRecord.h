@@ -9,7 +9,7 @@ extern "C" {
 #endif
 
 /* Why the host starts or stops a component. The component only prints the number. */
-typedef enum ZolStateChangeReason
+typedef enum ZolStateChangeReason ZOL_SPI_OPEN_ENUM
 {
     ZolStateChangeReasonNormal = 0,   /* the host itself comes up or goes down */
     ZolStateChangeReasonOperator = 1, /* an operator asked for it */
@@ -27,7 +27,7 @@ typedef struct ZolMgmtSpiComponentRecord
     QenMgmtSpiInterface_1** dependencies; /* interfaces that it requires, ended by a null pointer */
     ZolReturnT (*start)(
         ZolStateChangeReason reason);                /* 0: it serves from now on; -1: it can't, see the log */
-    ZolReturnT (*stop)(ZolStateChangeReason reason); /* 0: no more calls are expected */
+    ZolReturnT (*stop)(ZolStateChangeReason reason); /* always 0; open transactions can still end */
     QenMgmtSpiInterface_1** extraInterfaces;         /* ended by a null pointer; this component has none */
     unsigned char flag;                              /* 0 */
 } ZolMgmtSpiComponentRecord;

@@ -18,8 +18,9 @@ typedef struct ZolMgmtSpiInterfacePortal_1
     ZolReturnT (*getInterface)(ZolMgmtSpiInterface_1 id, ZolMgmtSpiInterface_1** result);
     /* Not used by this component. */
     void (*reserved)(void);
-    /* Takes note of a component; 0: it is registered. The host keeps the pointer until
-     * unregisterComponent. */
+    /* Takes note of a component; 0: it is registered. The host keeps the pointer until unregisterComponent. A
+     * component that was registered here because the host has no portal of version "3" is never unregistered:
+     * the host drops its record before it unloads the library. */
     ZolReturnT (*registerComponent)(ZolMgmtSpiComponentRecord* record);
     /* Forgets a component. */
     ZolReturnT (*unregisterComponent)(ZolMgmtSpiComponentRecord* record);

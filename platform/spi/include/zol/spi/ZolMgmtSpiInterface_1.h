@@ -2,7 +2,7 @@
  * a table can stand where a pointer to an identity is asked for. */
 #pragma once
 
-#include <zol/spi/SpiAssert.h>
+#include <zol/spi/SpiLayout.h>
 
 #ifdef __cplusplus
 extern "C" {

@@ -3,14 +3,14 @@
 
 #include <stdbool.h>
 #include <stdint.h>
-#include <zol/spi/SpiAssert.h>
+#include <zol/spi/SpiLayout.h>
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
 /* Type of all values of a container; the host knows more than these. */
-typedef enum ZolOamSpiMoAttributeType_3
+typedef enum ZolOamSpiMoAttributeType_3 ZOL_SPI_OPEN_ENUM
 {
     attrTypeInt = 4,        /* intValue */
     attrTypeUint = 8,       /* uintValue */
@@ -22,14 +22,15 @@ typedef enum ZolOamSpiMoAttributeType_3
 
 struct ZolMoAttributeStructMember;
 
-/* One value. Only the field that belongs to the container's type is set, the other bytes are anything. */
+/* One value. The texts of a value that is handed to the host come from strdup. Only the field that belongs to
+ * the container's type is set, the other bytes are anything. */
 typedef union ZolMoAttributeValue_3
 {
-    int64_t intValue;
-    uint64_t uintValue;
-    char* stringValue;                              /* ends in a null byte; from strdup */
+    int64_t intValue;                               /* signed */
+    uint64_t uintValue;                             /* unsigned */
+    char* stringValue;                              /* ends in a null byte */
     bool boolValue;                                 /* the first byte */
-    char* referenceValue;                           /* a DN, ends in a null byte; from strdup */
+    char* referenceValue;                           /* a DN, ends in a null byte */
     struct ZolMoAttributeStructMember* structValue; /* first member of a struct value */
 } ZolMoAttributeValue_3;
 
@@ -58,8 +59,9 @@ typedef struct ZolMoNamedAttributeValueContainer_3
     ZolMoAttributeValue_3* values;        /* null when there are none */
 } ZolMoNamedAttributeValueContainer_3;
 
-/* A value that is handed to the host. It is the host's until it calls the release function, which it may do
- * after the transaction has finished, from any thread, and must do exactly once. */
+/* A value that is handed to the host. It is the host's until it calls the release function, which it must do
+ * exactly once: from any thread, also after the transaction has finished, but before the library that the
+ * function lies in is unloaded. */
 typedef struct ZolMoAttributeValueResult_3
 {
     void (*releaseCallback)(ZolMoAttributeValueContainer_3* container); /* null: nothing to release */

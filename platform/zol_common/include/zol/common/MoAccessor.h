@@ -32,6 +32,7 @@ public:
     {
         std::string dn;
 
+        // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the comparison with 0 for a pointer
         auto operator<=>(const MoRef&) const = default;
     };
 

@@ -27,7 +27,8 @@ public:
     virtual void getAttribute(unsigned long txHandle, const std::string& dn, const std::string& attributeName,
                               ZolMoAttributeValueResult_3& result) = 0;
 
-    /// Sets the repository of this process, or none with null; the caller keeps it alive until the next call.
+    /// Sets the repository of this process, or none with null; the caller keeps it alive until
+    /// the next call has returned and no call in it is under way.
     static void install(MoRepository* repository) noexcept;
     static MoRepository* installed() noexcept;
 };

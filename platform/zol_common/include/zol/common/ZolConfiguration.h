@@ -21,7 +21,8 @@ public:
     ~ZolConfiguration();
 
     /// Parses the document that `config` refers to: its text if it begins with '<' after white space,
-    /// otherwise the path of its file. Entities are not expanded and nothing outside the document is read.
+    /// otherwise the path of its file. Entities are not expanded, nothing outside the document is read, and
+    /// elements nested more than 256 deep are refused.
     /// Throws ZolException or another std::exception if it can't be had; there is no document then.
     void load(const std::string& config);
 

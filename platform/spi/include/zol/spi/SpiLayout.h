@@ -11,3 +11,11 @@
 
 #define ZOL_SPI_ASSERT_SIZE(RECORD, BYTES)                                                                   \
     static_assert(sizeof(RECORD) == (BYTES), "the size of " #RECORD " binds with the host")
+
+/* Behind the name of an enumeration of which a host may know more values than are named: in C++ it must then
+ * be able to hold every int, as it is in C. */
+#ifdef __cplusplus
+#define ZOL_SPI_OPEN_ENUM : int
+#else
+#define ZOL_SPI_OPEN_ENUM
+#endif

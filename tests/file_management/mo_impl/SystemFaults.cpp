@@ -1,0 +1,101 @@
+#include "SystemFaults.h"
+
+#include <Poco/File.h>
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace zoltest
+{
+
+namespace
+{
+
+SystemFaults* live = nullptr;
+
+template<class Call, class... Args>
+bool fails(Call SystemFaults::*call, Args... args)
+{
+    if (live == nullptr || !(live->*call))
+    {
+        return false;
+    }
+    const int error = (live->*call)(args...);
+    if (error != 0)
+    {
+        errno = error;
+    }
+    return error != 0;
+}
+
+} // namespace
+
+SystemFaults::SystemFaults()
+{
+    live = this;
+}
+
+SystemFaults::~SystemFaults()
+{
+    live = nullptr;
+}
+
+} // namespace zoltest
+
+using zoltest::fails;
+using zoltest::live;
+using zoltest::SystemFaults;
+
+// The linker sends this program's calls of the functions of these names here.
+extern "C" {
+
+int __real_chmod(const char* path, mode_t mode);
+int __wrap_chmod(const char* path, mode_t mode)
+{
+    return fails(&SystemFaults::chmod, path, mode) ? -1 : __real_chmod(path, mode);
+}
+
+int __real_chown(const char* path, uid_t owner, gid_t group);
+int __wrap_chown(const char* path, uid_t owner, gid_t group)
+{
+    return fails(&SystemFaults::chown, path, owner, group) ? -1 : __real_chown(path, owner, group);
+}
+
+// what `stat` is called where files may be large
+int __real_stat64(const char* path, struct stat* status);
+int __wrap_stat64(const char* path, struct stat* status)
+{
+    return fails(&SystemFaults::stat, path) ? -1 : __real_stat64(path, status);
+}
+
+void __real_free(void* memory);
+void __wrap_free(void* memory)
+{
+    if (live != nullptr && live->free)
+    {
+        live->free(memory);
+    }
+    __real_free(memory);
+}
+
+// Poco::File::createDirectories()
+void __real__ZN4Poco4File17createDirectoriesEv(Poco::File* file);
+void __wrap__ZN4Poco4File17createDirectoriesEv(Poco::File* file)
+{
+    if (live != nullptr && live->createDirectories)
+    {
+        live->createDirectories(file->path());
+    }
+    __real__ZN4Poco4File17createDirectoriesEv(file);
+}
+
+// Poco::File::remove(bool)
+void __real__ZN4Poco4File6removeEb(Poco::File* file, bool recursive);
+void __wrap__ZN4Poco4File6removeEb(Poco::File* file, bool recursive)
+{
+    if (live != nullptr && live->remove)
+    {
+        live->remove(file->path());
+    }
+    __real__ZN4Poco4File6removeEb(file, recursive);
+}
+}
