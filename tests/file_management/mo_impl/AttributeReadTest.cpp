@@ -24,6 +24,11 @@ std::string enterTrace(const std::string& dn, const std::string& name)
     return "enter  >>  dn :" + dn + ", attr :" + name;
 }
 
+std::string hiddenTrace(const std::string& path, const std::string& dn)
+{
+    return "plain File is hidden, path :" + path + ", dn :" + dn;
+}
+
 TEST_F(AttributeRead, OfWhatExistsWritesItsBeginningAlone)
 {
     tree.file("d/f");
@@ -80,9 +85,7 @@ TEST_F(AttributeRead, OfAMarkerFileFindsNothing)
         const RecordedLog log;
 
         EXPECT_EQ(attribute(dn, "size"), "code -2");
-        EXPECT_THAT(log.statements(),
-                    ElementsAre(enterTrace(dn, "size"),
-                                std::string("plain File is hidden, path :") + path + ", dn :" + dn));
+        EXPECT_THAT(log.statements(), ElementsAre(enterTrace(dn, "size"), hiddenTrace(path, dn)));
     }
 }
 
