@@ -145,7 +145,9 @@ TEST_F(Vetting, RefusesASearchThatMayComeUponADirectoryForAFile)
         for (const std::string behind : {"b", "", ".", "2Bx"})
         {
             const std::string parent = "d" + std::to_string(++number);
-            const std::string name = "e" + character + behind;
+            std::string name = "e";
+            name += character;
+            name += behind;
             tree.directory((std::filesystem::path(parent) / name).string());
             EXPECT_EQ(found(fileInformation("e?\?" + behind, fileGroup(parent))),
                       "refused: it may be a directory")
