@@ -32,7 +32,7 @@ SingleValue copyOf(ZolOamSpiMoAttributeType_3 type, const ZolMoAttributeValue_3&
     StructValue members;
     for (const auto* member = value.structValue; member != nullptr; member = member->nextMember)
     {
-        members.emplace_back(member->memberName, zolhost::copyOf(member->memberValue));
+        members.push_back({member->memberName, zolhost::copyOf(member->memberValue)});
     }
     return members;
 }

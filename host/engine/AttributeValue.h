@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
 #include <variant>
 #include <vector>
 #include <zol/spi/ZolMoAttributeValue_3.h>
@@ -10,10 +9,10 @@
 namespace zolhost
 {
 
-struct AttributeValue;
+struct StructMember;
 
 /// The members of a struct value, in their order.
-using StructValue = std::vector<std::pair<std::string, AttributeValue>>;
+using StructValue = std::vector<StructMember>;
 
 using SingleValue = std::variant<std::int64_t, std::uint64_t, std::string, bool, StructValue>;
 
@@ -22,6 +21,12 @@ struct AttributeValue
 {
     ZolOamSpiMoAttributeType_3 type = attrTypeString;
     std::vector<SingleValue> values;
+};
+
+struct StructMember
+{
+    std::string name;
+    AttributeValue value;
 };
 
 /// Null gives no values. Throws std::runtime_error for a type that the host doesn't know.

@@ -10,14 +10,14 @@ namespace
 
 struct Form
 {
-    unsigned char mask;
-    unsigned char lead;
     std::size_t length;
     char32_t smallest;
+    unsigned char mask;
+    unsigned char lead;
 };
 
 constexpr Form FORMS[] = {
-    {0x80, 0x00, 1, 0}, {0xe0, 0xc0, 2, 0x80}, {0xf0, 0xe0, 3, 0x800}, {0xf8, 0xf0, 4, 0x10000}};
+    {1, 0, 0x80, 0x00}, {2, 0x80, 0xe0, 0xc0}, {3, 0x800, 0xf0, 0xe0}, {4, 0x10000, 0xf8, 0xf0}};
 
 bool isCharacter(char32_t code)
 {

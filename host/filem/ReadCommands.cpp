@@ -8,7 +8,7 @@
 #include "filem/ValueText.h"
 
 #include <algorithm>
-#include <optional>
+#include <exception>
 #include <ostream>
 
 namespace zolhost::filem
@@ -59,7 +59,7 @@ ExitCode showAttributes(Session& session, const Words& arguments)
                       "a " + std::string(dn.moClass().name) + " has no attributes");
     }
     vetting::requireFound(objects, dn);
-    std::optional<Refusal> firstRefusal;
+    std::exception_ptr firstRefusal;
     for (const auto& attribute : dn.moClass().attributes)
     {
         try
@@ -71,12 +71,14 @@ ExitCode showAttributes(Session& session, const Words& arguments)
         {
             // one that can't be read is no reason to hold back the others
             const std::string why = std::string(attribute.name) + ": " + refusal.what();
-            firstRefusal = firstRefusal ? firstRefusal : Refusal(refusal.kind(), refusal.dn(), why);
+            firstRefusal = firstRefusal != nullptr
+                               ? firstRefusal
+                               : std::make_exception_ptr(Refusal(refusal.kind(), refusal.dn(), why));
         }
     }
-    if (firstRefusal)
+    if (firstRefusal != nullptr)
     {
-        throw *firstRefusal;
+        std::rethrow_exception(firstRefusal);
     }
     return ExitCode::Done;
 }

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <map>
 #include <ostream>
 #include <poll.h>
 #include <spawn.h>
@@ -12,8 +13,6 @@
 #include <system_error>
 #include <unistd.h>
 #include <utility>
-
-extern char** environ;
 
 namespace zoltest
 {
@@ -137,30 +136,30 @@ private:
 
 std::vector<std::string> environmentWith(const ProcessSurroundings& surroundings)
 {
-    std::vector<std::string> variables;
-    for (const auto& [name, value] : surroundings.environment)
-    {
-        variables.push_back(name + "=" + value);
-    }
+    std::map<std::string, std::string> variables;
     for (char** variable = environ; *variable != nullptr; ++variable)
     {
         const std::string text = *variable;
-        bool isReplaced = false;
-        for (const auto& [name, value] : surroundings.environment)
-        {
-            isReplaced = isReplaced || text.starts_with(name + "=");
-        }
-        if (!isReplaced)
-        {
-            variables.push_back(text);
-        }
+        const auto equals = text.find('=');
+        variables[text.substr(0, equals)] = text.substr(equals + 1);
     }
-    return variables;
+    for (const auto& [name, value] : surroundings.environment)
+    {
+        variables[name] = value;
+    }
+    std::vector<std::string> texts;
+    for (const auto& [name, value] : variables)
+    {
+        texts.push_back(name);
+        texts.back().append("=").append(value);
+    }
+    return texts;
 }
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts)
 {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (auto& text : texts)
     {
         pointers.push_back(text.data());

@@ -66,10 +66,10 @@ TEST(AttributeValue, CopiesStructsWithTheirMembersInOrder)
     const auto copy = copyOf(&container);
     const auto& members = std::get<StructValue>(copy.values.at(0));
     ASSERT_EQ(members.size(), 2U);
-    EXPECT_EQ(members[0].first, "fileName");
-    EXPECT_EQ(std::get<std::string>(members[0].second.values.at(0)), "a.log");
-    EXPECT_EQ(members[1].first, "size");
-    EXPECT_EQ(std::get<std::uint64_t>(members[1].second.values.at(0)), 7U);
+    EXPECT_EQ(members[0].name, "fileName");
+    EXPECT_EQ(std::get<std::string>(members[0].value.values.at(0)), "a.log");
+    EXPECT_EQ(members[1].name, "size");
+    EXPECT_EQ(std::get<std::uint64_t>(members[1].value.values.at(0)), 7U);
 }
 
 TEST(AttributeValue, HasNoValuesWithoutAContainerOrWithAnEmptyOne)

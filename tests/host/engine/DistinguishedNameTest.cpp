@@ -13,6 +13,11 @@ namespace
 
 const std::string root = "ManagedElement=1,SystemFunctions=1,FileM=1";
 
+std::string quoted(const std::string& text)
+{
+    return '"' + text + '"';
+}
+
 struct GoodName
 {
     std::string typed;
@@ -83,9 +88,10 @@ TEST(DistinguishedName, MayHoldWhateverIsANameOnDisk)
 TEST(DistinguishedName, IsRefusedIfItIsNoneOrWouldLeaveTheTree)
 {
     const std::string noPart = " is no part of a name: a part is a class, an equals sign and a value";
-    const std::string comma =
-        " could be taken for something else: \"?\?\" may stand for a comma, which ends a "
-        "value";
+    const auto ambiguous = [](const std::string& value) {
+        return "the value " + quoted(value) + " could be taken for something else: " + quoted("?\?") +
+               " may stand for a comma, which ends a value";
+    };
     const BadName cases[] = {
         {"", "\"\"" + noPart},
         {"logs", "\"logs\"" + noPart},
@@ -113,11 +119,11 @@ TEST(DistinguishedName, IsRefusedIfItIsNoneOrWouldLeaveTheTree)
         {"FileGroup=a/b", "the value \"a/b\" holds a slash and would leave its directory"},
         {"FileGroup=../../etc", "the value \"../../etc\" holds a slash and would leave its directory"},
         {std::string("FileGroup=a\0b", 13), "a value must not hold a zero byte"},
-        {"FileGroup=?\?", "the value \"?\?\"" + comma},
-        {"FileGroup=?\?x", "the value \"?\?x\"" + comma},
-        {"FileGroup=.?\?x", "the value \".?\?x\"" + comma},
-        {"FileGroup=..?\?x", "the value \"..?\?x\"" + comma},
-        {"FileGroup=etc,FileInformation=passwd?\?=", "the value \"passwd?\?=\"" + comma},
+        {"FileGroup=?\?", ambiguous("?\?")},
+        {"FileGroup=?\?x", ambiguous("?\?x")},
+        {"FileGroup=.?\?x", ambiguous(".?\?x")},
+        {"FileGroup=..?\?x", ambiguous("..?\?x")},
+        {"FileGroup=etc,FileInformation=passwd?\?=", ambiguous("passwd?\?=")},
     };
     for (const auto& [typed, why] : cases)
     {

@@ -69,7 +69,7 @@ TEST(MoModel, NamesTheMembersOfAStructInTheirOrder)
     ASSERT_EQ(members.size(), described.size());
     for (std::size_t i = 0; i < members.size(); ++i)
     {
-        EXPECT_EQ(members[i].first, described[i].name);
-        EXPECT_EQ(members[i].second.type, described[i].type) << members[i].first;
+        EXPECT_EQ(members[i].name, described[i].name);
+        EXPECT_EQ(members[i].value.type, described[i].type) << members[i].name;
     }
 }

@@ -3,15 +3,19 @@
 #include "engine/ConfigurationText.h"
 #include "engine/Host.h"
 #include "engine/Refusal.h"
+#include "support/DistinguishedNames.h"
 #include "support/LoadedLibrary.h"
 #include "support/TemporaryTree.h"
 
+#include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
 
 using namespace zolhost;
+using zoltest::fileGroup;
+using zoltest::fileInformation;
 using zoltest::LoadedLibrary;
 using zoltest::TemporaryTree;
 
@@ -32,6 +36,11 @@ std::string outcomeOf(const std::function<void()>& check)
         const char* const kinds[] = {"bad name: ", "missing: ", "refused: "};
         return kinds[static_cast<int>(refusal.kind())] + std::string(refusal.what());
     }
+}
+
+std::string quoted(const std::string& text)
+{
+    return '"' + text + '"';
 }
 
 class Vetting : public testing::Test
@@ -136,10 +145,13 @@ TEST_F(Vetting, RefusesASearchThatMayComeUponADirectoryForAFile)
         for (const std::string behind : {"b", "", ".", "2Bx"})
         {
             const std::string parent = "d" + std::to_string(++number);
-            tree.directory(parent + "/e" + character + behind);
-            EXPECT_EQ(found("FileGroup=" + parent + ",FileInformation=e?\?" + behind),
+            std::string name = "e";
+            name += character;
+            name += behind;
+            tree.directory((std::filesystem::path(parent) / name).string());
+            EXPECT_EQ(found(fileInformation("e?\?" + behind, fileGroup(parent))),
                       "refused: it may be a directory")
-                << character << behind;
+                << name;
         }
     }
 }
@@ -160,7 +172,8 @@ TEST_F(Vetting, RefusesASearchThatMayComeUponWhatACommaLeavesOfTheName)
     tree.file("d/c");
     tree.file("x/f");
     tree.directory("d/e=");
-    const std::string why = "refused: \"?\?\" may stand for a comma, which ends a value, and then " + root;
+    const std::string why =
+        "refused: " + quoted("?\?") + " may stand for a comma, which ends a value, and then " + root;
     EXPECT_EQ(found("FileGroup=d,FileInformation=a?\?b"), why + ",FileGroup=d,FileInformation=a is meant");
     EXPECT_EQ(found("FileGroup=d,FileInformation=c?\?d"), why + ",FileGroup=d,FileInformation=c is meant");
     EXPECT_EQ(found("FileGroup=d,FileGroup=a?\?b"), why + ",FileGroup=d,FileGroup=a is meant");

@@ -41,3 +41,8 @@ std::string Filem::failure(const std::string& command, const std::string& dn, co
 {
     return "filem: can't " + command + ", on " + dn + ": " + why + "\n";
 }
+
+Filem::Outcome Filem::missing(const std::string& command, const std::string& dnBelowRoot)
+{
+    return {4, "", failure(command, root + "," + dnBelowRoot, "no such object")};
+}

@@ -27,6 +27,8 @@ protected:
     std::string timeOf(const std::string& name) const;
 
     static std::string failure(const std::string& command, const std::string& dn, const std::string& why);
+    /// There is no such object.
+    static Outcome missing(const std::string& command, const std::string& dnBelowRoot);
 
     static inline const std::string root = "ManagedElement=1,SystemFunctions=1,FileM=1";
 

@@ -16,7 +16,7 @@ TEST(PrintableText, LetsNoControlByteThrough)
     const Case cases[] = {
         {"", ""},
         {"plain a\\2Bb ~", "plain a\\2Bb ~"},
-        {"two\nlines\t\r", "two\\x0alines\\x09\\x0d"},
+        {"two\nlines\t\r", R"(two\x0alines\x09\x0d)"},
         {"\x1b[31mred", "\\x1b[31mred"},
         {"\x7f", "\\x7f"},
         {std::string("a\0b", 3), "a\\x00b"},
@@ -31,10 +31,10 @@ TEST(PrintableText, LetsNoControlByteThrough)
         {"\xc3(", "\\xc3("},
         {"\xe2\x82", "\\xe2\\x82"},
         {"\xc0\xaf", "\\xc0\\xaf"},
-        {"\xe0\x80\xaf", "\\xe0\\x80\\xaf"},
-        {"\xed\xa0\x80", "\\xed\\xa0\\x80"},
-        {"\xf4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},
-        {"\xf8\x88\x80\x80\x80", "\\xf8\\x88\\x80\\x80\\x80"},
+        {"\xe0\x80\xaf", R"(\xe0\x80\xaf)"},
+        {"\xed\xa0\x80", R"(\xed\xa0\x80)"},
+        {"\xf4\x90\x80\x80", R"(\xf4\x90\x80\x80)"},
+        {"\xf8\x88\x80\x80\x80", R"(\xf8\x88\x80\x80\x80)"},
     };
     for (const auto& [text, shown] : cases)
     {
