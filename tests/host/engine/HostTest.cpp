@@ -141,6 +141,14 @@ TEST(Host, DoesNotComeUpWithAConfigurationThatCanNotBeRead)
     EXPECT_FALSE(LoadedLibrary::isStillLoaded());
 }
 
+TEST(Host, KnowsNoComponentThatFailedToInitialise)
+{
+    const RecordedLog quiet(0);
+    const Portal portal({});
+    EXPECT_THROW(Component(LoadedLibrary::path(), portal, "<unclosed>"), HostFailure);
+    EXPECT_TRUE(portal.components().empty());
+}
+
 TEST(Host, DoesNotComeUpWithoutARoot)
 {
     const RecordedLog quiet(0);

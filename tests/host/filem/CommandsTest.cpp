@@ -11,9 +11,9 @@ using CommandsTest = Filem;
 
 TEST_F(CommandsTest, LsListsWhatIsBelowTheRoot)
 {
+    tree.directory("B"); // in no order, neither this way round nor the other
     tree.directory("logs");
     tree.directory("a+b,c");
-    tree.directory("B");
     tree.file("not below a directory");
     const std::string all = "FileMConfigData=1\nFileGroup=B\nFileGroup=a\\2Bb?\?c\nFileGroup=logs\n";
     EXPECT_EQ(filem({"ls"}), (Outcome{0, all, ""}));
