@@ -8,9 +8,7 @@ add_library(zol_build_settings INTERFACE)
 target_compile_features(zol_build_settings INTERFACE cxx_std_20 c_std_11)
 target_compile_options(zol_build_settings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
-    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual>
-    # no path of the building machine in traces, assertions or debug information
-    -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual>)
 
 if(ZOL_SANITIZERS)
     target_compile_options(zol_build_settings INTERFACE
@@ -21,6 +19,9 @@ if(ZOL_SANITIZERS)
 endif()
 
 if(ZOL_COVERAGE)
-    target_compile_options(zol_build_settings INTERFACE --coverage -fprofile-abs-path)
+    target_compile_options(zol_build_settings INTERFACE --coverage)
     target_link_options(zol_build_settings INTERFACE --coverage)
+else()
+    # No path of the building machine in traces, assertions or debug information. The reports of coverage need it.
+    target_compile_options(zol_build_settings INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 endif()
