@@ -8,6 +8,7 @@ function(zol_test name)
     zol_run_path(${name} "$ORIGIN/../lib")
     gtest_discover_tests(${name}
         TEST_PREFIX "${name}."
+        NO_PRETTY_VALUES
         DISCOVERY_TIMEOUT 60
         PROPERTIES
             TIMEOUT 120

@@ -47,7 +47,7 @@ public:
     // What it was asked.
     /// "getFirstMoInstance tx=7 path", "getChildren tx=7 dn class" and "getAttribute tx=7 dn name".
     std::vector<std::string> calls() const;
-    void clear(); ///< forgets the calls
+    void clear();         ///< forgets the calls
     int releases() const; ///< how many results were released, in the whole process
     int handedOut() const;
 

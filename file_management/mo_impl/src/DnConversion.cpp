@@ -62,7 +62,7 @@ Poco::Path FileMTransaction::convertDnToPath(const char* dn)
     }
     if (rel.empty())
     {
-        rel = "/";
+        rel += '/';
     }
 
     Poco::Path path = literalPath(_fileSystemRoot + rel);

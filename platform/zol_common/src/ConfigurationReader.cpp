@@ -19,30 +19,73 @@ void ConfigurationReader::setProperty(const Poco::XML::XMLString& /*property*/, 
 void ConfigurationReader::parseMemoryNP(const char* xml, std::size_t size)
 {
     _depth = 0;
+    _failure = nullptr;
     Poco::XML::ParserEngine engine;
     engine.setExpandInternalEntities(false);
     engine.setExternalGeneralEntities(false);
     engine.setExternalParameterEntities(false);
     engine.setContentHandler(this);
     engine.parse(xml, size);
+    if (_failure != nullptr)
+    {
+        std::rethrow_exception(_failure);
+    }
+}
+
+template<class Event>
+void ConfigurationReader::forward(Event event)
+{
+    if (_failure != nullptr)
+    {
+        return;
+    }
+    try
+    {
+        event();
+    }
+    catch (...)
+    {
+        _failure = std::current_exception();
+    }
 }
 
 void ConfigurationReader::startElement(const Poco::XML::XMLString& uri, const Poco::XML::XMLString& localName,
                                        const Poco::XML::XMLString& qname,
                                        const Poco::XML::Attributes& attributes)
 {
-    if (++_depth > MAX_DEPTH)
-    {
-        throw Poco::XML::XMLException("More than " + std::to_string(MAX_DEPTH) + " elements in each other");
-    }
-    XMLFilterImpl::startElement(uri, localName, qname, attributes);
+    forward([&] {
+        if (++_depth > MAX_DEPTH)
+        {
+            throw Poco::XML::XMLException("More than " + std::to_string(MAX_DEPTH) +
+                                          " elements in each other");
+        }
+        XMLFilterImpl::startElement(uri, localName, qname, attributes);
+    });
 }
 
 void ConfigurationReader::endElement(const Poco::XML::XMLString& uri, const Poco::XML::XMLString& localName,
                                      const Poco::XML::XMLString& qname)
 {
-    --_depth;
-    XMLFilterImpl::endElement(uri, localName, qname);
+    forward([&] {
+        --_depth;
+        XMLFilterImpl::endElement(uri, localName, qname);
+    });
+}
+
+void ConfigurationReader::characters(const Poco::XML::XMLChar text[], int start, int length)
+{
+    forward([&] { XMLFilterImpl::characters(text, start, length); });
+}
+
+void ConfigurationReader::processingInstruction(const Poco::XML::XMLString& target,
+                                                const Poco::XML::XMLString& data)
+{
+    forward([&] { XMLFilterImpl::processingInstruction(target, data); });
+}
+
+void ConfigurationReader::skippedEntity(const Poco::XML::XMLString& name)
+{
+    forward([&] { XMLFilterImpl::skippedEntity(name); });
 }
 
 } // namespace Zol

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Poco/SAX/XMLFilterImpl.h>
+#include <exception>
 
 namespace Zol
 {
@@ -24,9 +25,18 @@ public:
                       const Poco::XML::XMLString& qname, const Poco::XML::Attributes& attributes) override;
     void endElement(const Poco::XML::XMLString& uri, const Poco::XML::XMLString& localName,
                     const Poco::XML::XMLString& qname) override;
+    void characters(const Poco::XML::XMLChar text[], int start, int length) override;
+    void processingInstruction(const Poco::XML::XMLString& target, const Poco::XML::XMLString& data) override;
+    void skippedEntity(const Poco::XML::XMLString& name) override;
 
 private:
+    /// The parser's C code must return before a failure goes on, or it is never freed: what `event` throws is
+    /// kept until then, and no further event comes through.
+    template<class Event>
+    void forward(Event event);
+
     int _depth = 0;
+    std::exception_ptr _failure;
 };
 
 } // namespace Zol

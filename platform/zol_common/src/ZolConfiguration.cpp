@@ -20,11 +20,13 @@ namespace
 
 Poco::AutoPtr<Poco::XML::NamePool> makeNamePool(const std::string& text)
 {
-    // The pool doesn't grow. Every element's name follows a '<', every attribute's precedes a '='.
+    // The pool doesn't grow. Every element's name follows a '<', every attribute's precedes a '='. The
+    // upper limit is there because a pool takes a hundred times the bytes that are counted here.
     constexpr std::ptrdiff_t USUAL_SIZE = 509;
+    constexpr std::ptrdiff_t MAX_SIZE = 16'381;
     const std::ptrdiff_t names = std::count_if(
         text.begin(), text.end(), [](char character) { return character == '<' || character == '='; });
-    return new Poco::XML::NamePool(static_cast<unsigned long>(std::max(names, USUAL_SIZE)));
+    return new Poco::XML::NamePool(static_cast<unsigned long>(std::clamp(names, USUAL_SIZE, MAX_SIZE)));
 }
 
 } // namespace

@@ -62,6 +62,15 @@ TEST_F(RemoveFile, DeletesTheMatchingFilesAtCommit)
     EXPECT_THAT(host.messages(), IsEmpty());
 }
 
+TEST_F(RemoveFile, MakesRoomForNewDirectoriesOfTheSameNames)
+{
+    tree.file("d/f");
+    EXPECT_EQ(removeFile(d, "f"), yes);
+    ASSERT_EQ(create("f", d), 0);
+    EXPECT_EQ(worker.commit(), 0);
+    EXPECT_THAT(tree.listing(), ElementsAre("d d", "d d/f"));
+}
+
 TEST_F(RemoveFile, MatchesTheWholeName)
 {
     EXPECT_THAT(leftBy("log", {"log", "log1", "alog", "alog1", "LOG"}),

@@ -44,6 +44,15 @@ TEST_F(Remove, TakesAFileToo)
     EXPECT_THAT(tree.listing(), ElementsAre("d d", "f d/g 1"));
 }
 
+TEST_F(Remove, OfAFileMakesNoRoomForANewDirectoryOfItsName)
+{
+    tree.file("d/f");
+    EXPECT_EQ(remove(fileInformation("f", d)), yes);
+    ASSERT_EQ(create("f", d), 0);
+    EXPECT_EQ(worker.commit(), 0);
+    EXPECT_THAT(tree.listing(), ElementsAre("d d"));
+}
+
 TEST_F(Remove, OfTheRootObjectTakesTheWholeInternalRoot)
 {
     tree.file("root/d/f");

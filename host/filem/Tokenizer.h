@@ -1,0 +1,23 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zolhost::filem
+{
+
+/// A line with a quote that doesn't end or the like.
+class BadLine : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The words of a line, quoted as in a POSIX shell: '…' takes everything as it is, in "…" a backslash quotes
+/// `"`, `\`, `$` and a backquote, elsewhere it quotes any character. A # at the beginning of a word makes the
+/// rest a comment. Nothing is expanded. Throws BadLine.
+std::vector<std::string> tokenize(std::string_view line);
+
+} // namespace zolhost::filem
