@@ -58,7 +58,8 @@ std::string Reads::next(unsigned long long iteratorId)
         EXPECT_EQ(name, nullptr);
         return codeText(code);
     }
-    return name == nullptr ? "end" : name;
+    EXPECT_NE(name, untouched);
+    return name == nullptr || name == untouched ? "end" : name;
 }
 
 Texts Reads::children(const std::string& parentDn, const std::string& className)
