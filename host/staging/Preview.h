@@ -1,0 +1,93 @@
+#pragma once
+
+#include "staging/Plan.h"
+#include "staging/Progress.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace zolhost
+{
+
+/// What one entry of the disk is.
+enum class EntryKind
+{
+    Directory,
+    File,
+    Link,
+    Other ///< socket, pipe or device
+};
+
+/// What goes along with a directory that is removed, the directory itself not counted.
+struct Contents
+{
+    std::size_t directories = 0;
+    std::size_t files = 0; ///< markers too
+    std::size_t links = 0;
+    std::size_t others = 0;
+    std::uint64_t bytes = 0;          ///< of the files
+    std::vector<std::string> markers; ///< paths
+
+    bool operator==(const Contents&) const = default;
+};
+
+/// What a commit would do now, if nobody else changed the disk meanwhile.
+struct Preview
+{
+    /// One path of the plan.
+    struct Item
+    {
+        enum class Kind
+        {
+            MakeDirectory,
+            RemoveFile,
+            RemoveTree
+        };
+        enum class Outlook
+        {
+            Done,
+            NothingToDo, ///< a directory that is there already and only gets its mode; a path that is gone
+                         ///< already
+            Fails,       ///< stays as it is, and so, for a directory to be made, does all that follows
+            NotReached   ///< comes after a directory that can't be made
+        };
+        Kind kind = Kind::RemoveFile;
+        std::string path; ///< as in the plan
+        Outlook outlook = Outlook::Done;
+        std::string why;         ///< of what isn't Done, in words for an operator
+        mode_t mode = 0;         ///< of a directory to be made
+        std::uint64_t bytes = 0; ///< of a file to be removed
+        Contents contents;       ///< of a tree to be removed
+    };
+
+    /// One change of the disk, all items expanded. A path that is made and removed by one commit is in
+    /// neither list.
+    struct Made
+    {
+        std::string path; ///< without a closing slash
+        mode_t mode = 0;
+        bool operator==(const Made&) const = default;
+    };
+    struct Removed
+    {
+        std::string path; ///< without a closing slash
+        EntryKind kind = EntryKind::File;
+        std::uint64_t bytes = 0; ///< of a file
+        bool operator==(const Removed&) const = default;
+    };
+
+    std::vector<Item> items;      ///< in the order of the commit: files, new directories, trees
+    std::vector<Made> made;       ///< directories that come to be, or whose mode changes, in byte order
+    std::vector<Removed> removed; ///< in byte order
+    std::vector<Plan::Cancelled> cancelled;
+
+    bool changesNothing() const { return made.empty() && removed.empty(); }
+};
+
+/// Looks at the disk alone. `progress` counts entries.
+Preview previewOf(const Plan& plan, const Progress& progress = {});
+
+} // namespace zolhost
