@@ -69,6 +69,7 @@ struct Preview
     {
         std::string path; ///< without a closing slash
         mode_t mode = 0;
+        bool isThere = false; ///< and only its mode changes
         bool operator==(const Made&) const = default;
     };
     struct Removed
