@@ -1,7 +1,10 @@
 #include "filem/Tokenizer.h"
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
+#include <string>
+#include <system_error>
 #include <utility>
 
 namespace zolhost::filem
@@ -11,6 +14,7 @@ namespace
 {
 
 constexpr std::string_view BLANKS = " \t\r";
+constexpr std::string_view ENDS = " \t\r|;";
 
 /// Reads one line from left to right.
 class Line
@@ -21,18 +25,25 @@ public:
     {}
 
     /// Nothing at the end of the line or before a comment.
-    std::optional<std::string> word()
+    std::optional<Token> token()
     {
         _rest.remove_prefix(std::min(_rest.find_first_not_of(BLANKS), _rest.size()));
         if (_rest.empty() || _rest.front() == '#')
         {
             return std::nullopt;
         }
+        if (_rest.front() == '|' || _rest.front() == ';')
+        {
+            return Token{take() == '|' ? Token::Kind::Pipe : Token::Kind::Semicolon, {}};
+        }
         std::string word;
-        while (!_rest.empty() && BLANKS.find(_rest.front()) == std::string_view::npos)
+        while (!_rest.empty() && ENDS.find(_rest.front()) == std::string_view::npos)
         {
             switch (const char character = take())
             {
+            case '$':
+                word += dollar();
+                break;
             case '\'':
                 word += untilSingleQuote();
                 break;
@@ -46,7 +57,7 @@ public:
                 word += character;
             }
         }
-        return word;
+        return Token{Token::Kind::Word, std::move(word)};
     }
 
 private:
@@ -96,24 +107,78 @@ private:
         throw BadLine("a double quote has no end");
     }
 
+    std::string dollar()
+    {
+        if (_rest.empty() || _rest.front() != '\'')
+        {
+            return "$";
+        }
+        take();
+        std::string text;
+        while (!_rest.empty())
+        {
+            const char character = take();
+            if (character == '\'')
+            {
+                return text;
+            }
+            text += character == '\\' ? escapedCharacter() : character;
+        }
+        throw BadLine("a single quote has no end");
+    }
+
+    char escapedCharacter()
+    {
+        switch (const char character = quotedCharacter())
+        {
+        case 'n':
+            return '\n';
+        case 't':
+            return '\t';
+        case 'r':
+            return '\r';
+        case 'x':
+            return byteOfTwoDigits();
+        case '\\':
+        case '\'':
+        case '"':
+            return character;
+        default:
+            throw BadLine(std::string("there is no \\") + character + " in $'…'");
+        }
+    }
+
+    char byteOfTwoDigits()
+    {
+        const std::string_view digits = _rest.substr(0, 2);
+        unsigned int byte = 0;
+        const auto [end, error] = std::from_chars(digits.begin(), digits.end(), byte, 16);
+        if (error != std::errc() || end != digits.end() || digits.size() != 2 || byte == 0)
+        {
+            throw BadLine("\\x takes two hexadecimal digits, not both 0");
+        }
+        _rest.remove_prefix(2);
+        return static_cast<char>(byte);
+    }
+
     std::string_view _rest;
 };
 
 } // namespace
 
-std::vector<std::string> tokenize(std::string_view line)
+std::vector<Token> tokenize(std::string_view line)
 {
     if (line.find('\0') != std::string_view::npos)
     {
         throw BadLine("a line must not hold a zero byte");
     }
-    std::vector<std::string> words;
+    std::vector<Token> tokens;
     Line reader(line);
-    while (auto word = reader.word())
+    while (auto token = reader.token())
     {
-        words.push_back(std::move(*word));
+        tokens.push_back(std::move(*token));
     }
-    return words;
+    return tokens;
 }
 
 } // namespace zolhost::filem

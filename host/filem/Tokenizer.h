@@ -15,9 +15,23 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+struct Token
+{
+    enum class Kind
+    {
+        Word,
+        Pipe,     ///< |
+        Semicolon ///< ;
+    };
+    Kind kind;
+    std::string text; ///< of a word
+    bool operator==(const Token&) const = default;
+};
+
 /// The words of a line, quoted as in a POSIX shell: '…' takes everything as it is, in "…" a backslash quotes
-/// `"`, `\`, `$` and a backquote, elsewhere it quotes any character. A # at the beginning of a word makes the
-/// rest a comment. Nothing is expanded. Throws BadLine.
-std::vector<std::string> tokenize(std::string_view line);
+/// `"`,
+/// `\`, `$` and a backquote, elsewhere it quotes any character. In $'…' stand \n, \t, \r, \\, \' and \x with
+/// two digits. A # at the beginning of a word makes the rest a comment. Nothing is expanded. Throws BadLine.
+std::vector<Token> tokenize(std::string_view line);
 
 } // namespace zolhost::filem

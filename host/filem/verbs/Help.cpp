@@ -1,8 +1,11 @@
-#include "engine/MoModel.h"
-#include "filem/Commands.h"
-#include "filem/PrintableText.h"
-#include "filem/Session.h"
+#include "filem/verbs/Help.h"
 
+#include "engine/MoModel.h"
+#include "filem/Session.h"
+#include "filem/output/PrintableText.h"
+#include "filem/verbs/Factories.h"
+
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <ostream>
 
@@ -81,27 +84,50 @@ void printSection(std::ostream& out, std::string_view head, const Glossary& glos
     glossary.print(out);
 }
 
+const char* headOf(VerbKind kind)
+{
+    switch (kind)
+    {
+    case VerbKind::Read:
+        return "Looking";
+    case VerbKind::Change:
+        return "Changing";
+    case VerbKind::Session:
+        break;
+    }
+    return "In a session";
+}
+
 void printOverview(std::ostream& out)
 {
-    Glossary commandList;
-    for (const auto& command : commands())
+    for (const auto kind : {VerbKind::Read, VerbKind::Change, VerbKind::Session})
     {
-        commandList.add(withParameters(command.name, command.parameters), command.help);
+        Glossary glossary;
+        for (const auto& verb : verbs())
+        {
+            if (verb.kind == kind)
+            {
+                const std::string alias = verb.alias.empty() ? "" : ", " + std::string(verb.alias);
+                glossary.add(std::string(verb.name) + alias, verb.summary);
+            }
+        }
+        out << headOf(kind) << ":\n";
+        glossary.print(out);
     }
     Glossary classList;
     for (const auto& moClass : moClasses())
     {
         classList.add(std::string(moClass.name), moClass.help);
     }
-    out << "Commands:\n";
-    commandList.print(out);
     printSection(out, "Classes", classList);
-    out << "\nA DN is whole or begins below the root: FileGroup=logs,FileInformation=a.log\n";
+    out << "\nA place is a path of names, logs/a.log, or a DN, whole or from below the root:\n"
+           "FileGroup=logs,FileInformation=a.log. VERB --help tells more about a verb.\n";
 }
 
-void printCommand(std::ostream& out, const Command& command)
+void printVerb(std::ostream& out, const VerbDescription& description)
 {
-    out << withParameters(command.name, command.parameters) << "\n  " << command.help << '\n';
+    const auto verb = description.make();
+    out << parserFor(description, *verb)->help();
 }
 
 void printClass(std::ostream& out, const MoClass& moClass)
@@ -133,19 +159,34 @@ void printClass(std::ostream& out, const MoClass& moClass)
     }
 }
 
+class Help : public Verb
+{
+public:
+    void declare(CLI::App& parser) override
+    {
+        parser.add_option("TOPIC", _topic, "a verb or a class of objects")->type_name("TOPIC");
+    }
+    ExitCode run(Session& session) override
+    {
+        printHelp(session.out(), _topic);
+        return ExitCode::Done;
+    }
+
+private:
+    std::string _topic;
+};
+
 } // namespace
 
-void printHelp(std::ostream& out, const Words& arguments)
+void printHelp(std::ostream& out, const std::string& topic)
 {
-    if (arguments.empty())
+    if (topic.empty())
     {
         printOverview(out);
-        return;
     }
-    const std::string& topic = arguments.front();
-    if (const Command* const command = findCommand(topic))
+    else if (const VerbDescription* const verb = findVerb(topic))
     {
-        printCommand(out, *command);
+        printVerb(out, *verb);
     }
     else if (const MoClass* const moClass = findMoClass(topic))
     {
@@ -157,16 +198,9 @@ void printHelp(std::ostream& out, const Words& arguments)
     }
 }
 
-ExitCode help(Session& session, const Words& arguments)
+std::unique_ptr<Verb> makeHelp()
 {
-    printHelp(session.out(), arguments);
-    return ExitCode::Done;
-}
-
-ExitCode quit(Session& session, const Words& /*arguments*/)
-{
-    session.quit();
-    return ExitCode::Done;
+    return std::make_unique<Help>();
 }
 
 } // namespace zolhost::filem

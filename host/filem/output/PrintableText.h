@@ -11,7 +11,7 @@ namespace zolhost::filem
 /// `\x` and two digits, so that every text stays on one line.
 std::string printable(std::string_view text);
 
-/// How many characters of UTF-8 a printable text has.
+/// How many columns of a terminal a printable text takes.
 std::size_t width(std::string_view printableText);
 
 } // namespace zolhost::filem

@@ -1,6 +1,6 @@
-#include "filem/ValueText.h"
+#include "filem/output/ValueText.h"
 
-#include "filem/PrintableText.h"
+#include "filem/output/PrintableText.h"
 
 namespace zolhost::filem
 {

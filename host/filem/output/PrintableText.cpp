@@ -1,6 +1,9 @@
-#include "filem/PrintableText.h"
+#include "filem/output/PrintableText.h"
 
 #include "engine/Utf8.h"
+
+#include <clocale>
+#include <cwchar>
 
 namespace zolhost::filem
 {
@@ -49,12 +52,18 @@ std::string printable(std::string_view text)
 
 std::size_t width(std::string_view printableText)
 {
-    std::size_t count = 0;
-    for (; !printableText.empty(); ++count)
+    // whatever the operator's locale is, names that are UTF-8 are shown as such
+    static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    const locale_t before = uselocale(utf8);
+    std::size_t columns = 0;
+    while (!printableText.empty())
     {
-        takeCharacter(printableText);
+        const auto character = takeCharacter(printableText);
+        const int wide = character ? wcwidth(static_cast<wchar_t>(*character)) : 1;
+        columns += wide < 0 ? 1 : static_cast<std::size_t>(wide);
     }
-    return count;
+    uselocale(before);
+    return columns;
 }
 
 } // namespace zolhost::filem

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <streambuf>
+#include <string>
+#include <sys/types.h>
+
+namespace zolhost::filem
+{
+
+/// Standard output of one command at a terminal: what fits on the screen is printed, and as soon as it
+/// doesn't, all goes to the pager, $PAGER or less. Interrupts the command when the operator leaves the pager.
+class Pager : public std::streambuf
+{
+public:
+    /// Lines and columns of the screen.
+    Pager(std::size_t rows, std::size_t columns);
+    Pager(const Pager&) = delete;
+    Pager& operator=(const Pager&) = delete;
+    /// Waits until the operator has left the pager.
+    ~Pager() override;
+
+protected:
+    int_type overflow(int_type character) override;
+    std::streamsize xsputn(const char* text, std::streamsize size) override;
+    int sync() override;
+
+private:
+    void take(const char* text, std::size_t size);
+    void start();
+
+    const std::size_t _rows;
+    const std::size_t _columns;
+    std::string _held; // what waits until it is known whether it fits
+    std::size_t _line = 0;
+    std::size_t _column = 0;
+    int _pipe = -1;
+    pid_t _pager = -1;
+    bool _isDirect = false; // there is no pager to be had
+};
+
+} // namespace zolhost::filem

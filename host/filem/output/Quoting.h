@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zolhost::filem
+{
+
+/// The text as a shell and filem itself read it back: as it is if it holds nothing special, else in single
+/// quotes, or as $'…' if it holds control characters or what is no UTF-8. Nothing that a terminal obeys is
+/// left.
+std::string shellQuoted(std::string_view text);
+
+/// A path on disk as it is below the root directory, quoted for a shell; of the root itself "/".
+std::string shownPath(const std::string& path, const std::string& rootDirectory);
+
+/// Each byte as two digits.
+std::string hex(std::string_view bytes);
+
+bool isUtf8(std::string_view text);
+
+} // namespace zolhost::filem
