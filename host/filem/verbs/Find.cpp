@@ -69,10 +69,6 @@ private:
         std::vector<Place> below;
         eachChildInOrder(session, place, [&](const Child& child) {
             progress.at(++_seen);
-            if (place.isRoot() && child.place.isFile())
-            {
-                return;
-            }
             if (isWanted(child))
             {
                 progress.clear();

@@ -157,10 +157,7 @@ std::vector<Unlisted> unlistedIn(Session& session, const Place& place)
     const Plan& plan = session.plan();
     eachChild(session.objects(), plan, place, [&](const Child& child) {
         interrupt::check();
-        if (!place.isRoot() || child.place.isDirectory())
-        {
-            listed.insert(child.place.name());
-        }
+        listed.insert(child.place.name());
         return true;
     });
     std::vector<Unlisted> unlisted;
