@@ -233,7 +233,7 @@ TEST_F(ReadingTest, StatShowsNamesAndEveryAttributeAndShowIsTheSame)
                                   "\n"
                                   "name: 'a?\?b.gz'  613d622e677a  a=b.gz\n"
                                   "mode: -rw-r-----\n"
-                                  "fileInformationId: b.gz\n"
+                                  "fileInformationId: a?\?b.gz\n"
                                   "modificationTime: " +
                                   timeOf("d/a=b.gz") +
                                   "\n"

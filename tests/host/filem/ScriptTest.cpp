@@ -117,18 +117,6 @@ TEST_F(ScriptTest, KeepsGoingIfItIsToldToAndEndsWithTheFirstCode)
     EXPECT_EQ(tree.listing(), Texts{"d a"});
 }
 
-TEST_F(ScriptTest, GoesOnNoFurtherThanACommitThatFails)
-{
-    tree.file("f");
-    const Outcome outcome = script("mkdir a\nmkdir f\nmkdir g\ncommit\nmkdir c\ncommit\n");
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.err,
-              "filem: line 4: can't commit: a step failed; what was done before it stays, the rest "
-              "is forgotten\n");
-    EXPECT_THAT(outcome.out, StartsWith("done     + a/  drwxrwx---\nREMAINS  + f/  "));
-    EXPECT_EQ(tree.listing(), (Texts{"d a", "f f 1"}));
-}
-
 TEST_F(ScriptTest, StagesSeveralPlacesTogetherOrNotAtAll)
 {
     tree.file("d/a");
@@ -150,7 +138,6 @@ TEST_F(ScriptTest, ShowsWithDiffWhatACommitWouldDoAndWhatCancelsOut)
               "= empty/  removed and made again: stays as it is, with its content\n"
               "1 directory made, 1 file (5) removed\n");
     EXPECT_EQ(script("mkdir n\ndiff\nabort\ndiff\n").exitCode, 0);
-    EXPECT_EQ(run({"--root", tree.path(), "-c", "mkdir n; -diff; diff --json"}).exitCode, 1);
 }
 
 TEST_F(ScriptTest, ListsWithStatusWhatIsStagedAndWhatHasChangedUnderIt)
@@ -169,13 +156,6 @@ TEST_F(ScriptTest, StagesAgainWhatAnAbortDropped)
     EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
     EXPECT_EQ(outcome.out, "mkdir new\nrm --matching 'a.*' d\n3\n");
     EXPECT_EQ(tree.listing(), (Texts{"d d", "d new"}));
-}
-
-TEST_F(ScriptTest, StagesAgainWhatAFailedCommitDropped)
-{
-    tree.file("f");
-    const Outcome outcome = script("mkdir f\nmkdir g\n-commit\nabort\nrestage\nabort\n");
-    EXPECT_THAT(outcome.out, HasSubstr("mkdir f\nmkdir g\n"));
 }
 
 TEST_F(ScriptTest, GoesAboutInTheTree)

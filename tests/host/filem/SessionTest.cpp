@@ -6,6 +6,7 @@
 #include "support/LoadedLibrary.h"
 #include "support/TemporaryTree.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
@@ -49,12 +50,13 @@ TEST_F(SessionTest, KeepsOneTransactionUntilTheCommit)
 TEST_F(SessionTest, ReadsInATransactionOfItsOwnWhileNothingIsStaged)
 {
     session.run({"ls"});
-    const auto first = session.transaction().objects();
+    const auto first = session.transaction().handle();
     session.run({"ls"});
+    EXPECT_NE(session.transaction().handle(), first);
     session.run({"mkdir", "a"});
-    const auto* const staged = &session.transaction();
+    const auto staging = session.transaction().handle();
     session.run({"ls"});
-    EXPECT_EQ(&session.transaction(), staged) << "what is staged stays";
+    EXPECT_EQ(session.transaction().handle(), staging) << "what is staged stays";
 }
 
 TEST_F(SessionTest, HasNothingStagedAfterAScriptThatFailed)
@@ -90,6 +92,45 @@ TEST_F(SessionTest, WarnsOfWhatChangedUnderWhatIsStaged)
                          "! new/  appeared since it was staged\n");
     session.run({"commit"});
     EXPECT_EQ(err.str().substr(0, err.str().find('\n')), "filem: d/f changed since it was staged");
+}
+
+TEST_F(SessionTest, GoesOnNoFurtherThanACommitThatFailsAndCanStageItAgain)
+{
+    tree.directory("d");
+    for (const Texts& words : {Texts{"mkdir", "a"}, Texts{"mkdir", "d/b"}, Texts{"mkdir", "e"}})
+    {
+        session.run(words);
+    }
+    std::filesystem::remove(tree.path("d"));
+    tree.file("d");
+    std::istringstream script("commit\nmkdir f\ncommit\n");
+    try
+    {
+        runScript(session, script, false);
+        FAIL() << "a directory can't be made below a file";
+    }
+    catch (const CommandFailure& failure)
+    {
+        EXPECT_EQ(failure.code(), ExitCode::Failed);
+        EXPECT_STREQ(failure.what(),
+                     "line 1: can't commit: a step failed; what was done before it stays, the rest "
+                     "is forgotten");
+    }
+    EXPECT_EQ(tree.listing(), (Texts{"d a", "f d 1"}));
+    EXPECT_EQ(out.str().substr(0, out.str().rfind("2 remain")),
+              "done     + a/  drwxrwx---\n"
+              "REMAINS  + d/b/  Not a directory: d is no directory\n"
+              "REMAINS  + e/  not reached\n"
+              "1 done, ");
+
+    std::filesystem::remove(tree.path("d"));
+    std::filesystem::remove(tree.path("a"));
+    tree.directory("d");
+    session.run({"restage"});
+    EXPECT_EQ(session.run({"diff"}), ExitCode::Failed) << "something would change";
+    EXPECT_EQ(session.run({"commit"}), ExitCode::Done);
+    EXPECT_EQ(tree.listing(), (Texts{"d a", "d d", "d d/b", "d e"}));
+    EXPECT_EQ(session.run({"diff"}), ExitCode::Done);
 }
 
 TEST_F(SessionTest, ShowsWhatTheComponentSaysAlsoIfItDoesWhatItIsAsked)

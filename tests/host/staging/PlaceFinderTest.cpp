@@ -83,6 +83,10 @@ TEST_F(PlaceFinderTest, TakesADirectoryBeforeAFileAndWhatASlashEndsForADirectory
     EXPECT_TRUE(find("d/missing/").isDirectory());
     EXPECT_TRUE(find("d/missing", Wanted::Directory).isDirectory());
     EXPECT_TRUE(find("d/sub", Wanted::File).isFile());
+    EXPECT_TRUE(find("missing").isDirectory()) << "a file in the root is no object";
+    EXPECT_TRUE(find("missing", Wanted::File).isFile());
+    tree.file("top");
+    EXPECT_TRUE(find("top").isFile());
 }
 
 TEST_F(PlaceFinderTest, TakesTheValueThatIsListedAndTheNameOnDisk)
@@ -140,5 +144,5 @@ TEST_F(PlaceFinderTest, TakesANameThatLooksLikeADnForAPathBehindADot)
     tree.directory("FileGroup=logs");
     EXPECT_EQ(find("./FileGroup=logs"), root.directory("FileGroup=logs"));
     EXPECT_EQ(find("FileGroup=logs"), root.directory("logs"));
-    EXPECT_EQ(find("a=b"), root.file("a=b")) << "no class of the model";
+    EXPECT_EQ(find("a=b"), root.directory("a=b")) << "no class of the model";
 }

@@ -16,5 +16,5 @@ TEST(Table, AlignsItsColumnsAndEndsNoLineInBlanks)
     EXPECT_EQ(out.str(), "NAME                SIZE  TYPE\n"
                          "a rather long one      5  log\n"
                          "\xc3\xa9                  12345\n"
-                         "\x1b[1;34mblue\x1b[0m                     d\n");
+                         "\x1b[1;34mblue\x1b[0m                      d\n");
 }
