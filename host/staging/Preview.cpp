@@ -12,17 +12,6 @@ namespace
 using Kind = Preview::Item::Kind;
 using Outlook = Preview::Item::Outlook;
 
-/// What is in the way of a path's removal, and where in it.
-std::string whyItStays(const std::string& path, const SimulatedDisk::Removal& removal)
-{
-    if (removal.where == path)
-    {
-        return removal.why;
-    }
-    const std::string where = removal.where.substr(path.size() - lastNameOf(path).size());
-    return "Directory not empty, in " + where + ": " + removal.why;
-}
-
 Preview::Item newItem(Kind kind, const std::string& path)
 {
     Preview::Item item;
@@ -46,7 +35,7 @@ Preview::Item itemOfRemoval(Kind kind, const std::string& path, SimulatedDisk& d
     else if (!removal.why.empty())
     {
         item.outlook = Outlook::Fails;
-        item.why = whyItStays(entry, removal);
+        item.why = removal.why;
     }
     return item;
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstring>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -225,7 +226,7 @@ mode_t SimulatedDisk::modeOfNew(const DiskEntry& above)
     return (ACCESSPERMS & ~*_creationMask) | (above.mode & S_ISGID);
 }
 
-std::string SimulatedDisk::setMode(const std::string& path, mode_t mode)
+std::string SimulatedDisk::setMode(const std::string& path, mode_t& mode)
 {
     const Found found = resolve(path);
     if (!found.entry)
@@ -236,10 +237,10 @@ std::string SimulatedDisk::setMode(const std::string& path, mode_t mode)
     {
         return reason(ENOTDIR, "something else of this name is there");
     }
-    const mode_t after = modeAfterChange(mode, *found.entry);
+    mode = modeAfterChange(mode, *found.entry);
     if (const auto made = _made.find(found.path); made != _made.end())
     {
-        made->second.entry.mode = after;
+        made->second.entry.mode = mode;
     }
     else
     {
@@ -247,7 +248,7 @@ std::string SimulatedDisk::setMode(const std::string& path, mode_t mode)
         {
             return why;
         }
-        _modes.insert({found.path, {path, found.entry->mode, after}}).first->second.after = after;
+        _modes.insert({found.path, {path, found.entry->mode, mode}}).first->second.after = mode;
     }
     forgetAbove();
     return {};
@@ -261,7 +262,6 @@ SimulatedDisk::Removal SimulatedDisk::remove(const std::string& path)
     {
         removal.wasThere = !meansAbsence(entry.error);
         removal.why = removal.wasThere ? reason(entry.error) : "";
-        removal.where = path;
         return removal;
     }
     const Found directory = above(path);
@@ -271,6 +271,11 @@ SimulatedDisk::Removal SimulatedDisk::remove(const std::string& path)
     if (removeOne(directory, whyNotChangeable(directory), entry, path, removal))
     {
         _gone.insert(entry.path);
+    }
+    else if (removal._where != path)
+    {
+        const std::string where = removal._where.substr(path.size() - lastNameOf(path).size());
+        removal.why = std::string(std::strerror(ENOTEMPTY)) + ", in " + where + ": " + removal.why;
     }
     if (removal.kind != EntryKind::File)
     {
@@ -292,7 +297,7 @@ bool SimulatedDisk::removeOne(const Found& directory, const std::string& whyNot,
     if (!why.empty())
     {
         removal.why = why;
-        removal.where = shown;
+        removal._where = shown;
         return false;
     }
     if (_made.erase(entry.path) == 0)
@@ -310,7 +315,7 @@ bool SimulatedDisk::removeAllIn(const Found& directory, const std::string& shown
     if (!names)
     {
         removal.why = reason(errno, errno == EACCES ? "the directory may not be read" : "");
-        removal.where = shown;
+        removal._where = shown;
         return false;
     }
     if (names->empty())
@@ -332,7 +337,7 @@ bool SimulatedDisk::removeAllIn(const Found& directory, const std::string& shown
             if (!entry.entry)
             {
                 removal.why = reason(entry.error);
-                removal.where = entryShown;
+                removal._where = entryShown;
             }
             std::for_each(names->begin(), name,
                           [&](const std::string& before) { _gone.insert(directory.path + '/' + before); });

@@ -25,7 +25,7 @@ public:
         bool wasThere = false; ///< that or something else of the name
         bool endsCommit = false;
         std::string why; ///< what is in the way; empty if the directory gets its mode
-        mode_t mode = 0; ///< that it is to have
+        mode_t mode = 0; ///< that it gets, or would
     };
     /// A directory with those above it that are missing; then gives it the mode of a new directory.
     Making make(const std::string& path);
@@ -33,11 +33,14 @@ public:
     struct Removal
     {
         bool wasThere = false;
-        std::string why;   ///< what is in the way; empty if all of it goes
-        std::string where; ///< the path at which that is
+        std::string why; ///< what is in the way; empty if all of it goes
         EntryKind kind = EntryKind::File;
         std::uint64_t bytes = 0; ///< of a file
         Contents contents;       ///< what goes along
+
+    private:
+        friend SimulatedDisk;
+        std::string _where; // the path at which that is
     };
     /// A directory with all that is in it, in the disk's order and up to the first that can't be removed.
     Removal remove(const std::string& path);
@@ -79,7 +82,7 @@ private:
     /// These three return what is in the way.
     std::string makeWithMissingAbove(const std::string& path);
     std::string makeOne(const std::string& path);
-    std::string setMode(const std::string& path, mode_t mode);
+    std::string setMode(const std::string& path, mode_t& mode);
     mode_t modeOfNew(const DiskEntry& above);
 
     /// Whether it goes. `whyNot` is what is in the way of all in the directory.

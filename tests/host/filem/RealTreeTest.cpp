@@ -167,7 +167,7 @@ protected:
             }
             else if (!entry.is_symlink() && entry.is_regular_file())
             {
-                files.push_back(shellQuoted(asFile(name)));
+                files.push_back(asFile(name));
             }
         }
         std::ranges::sort(directories);
@@ -176,6 +176,7 @@ protected:
             value = shellQuoted(value + "/");
         }
         std::ranges::sort(files);
+        std::ranges::transform(files, files.begin(), [](const auto& value) { return shellQuoted(value); });
         directories.insert(directories.end(), files.begin(), files.end());
         return directories;
     }

@@ -1,16 +1,14 @@
 #include "staging/Preview.h"
 
-#include "StagedChanges.h"
+#include "FileFlag.h"
+#include "StagingTest.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <linux/fs.h>
 #include <stdexcept>
 #include <string>
-#include <sys/ioctl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,16 +17,15 @@
 using zolhost::EntryKind;
 using zolhost::Plan;
 using zolhost::Preview;
+using zoltest::FileFlag;
 using zoltest::ScopedMask;
-using zoltest::StagedChanges;
-using zoltest::TemporaryTree;
 using Outlook = Preview::Item::Outlook;
 using Texts = std::vector<std::string>;
 
 namespace
 {
 
-class PreviewTest : public testing::Test
+class PreviewTest : public zoltest::StagingTest
 {
 protected:
     /// The items as "outlook name: why", names relative to the tree.
@@ -76,50 +73,6 @@ protected:
         EXPECT_EQ(zoltest::snapshotOf(tree.path()), expected);
         return preview;
     }
-
-    /// Without the folder's path, wherever it stands.
-    std::string relative(std::string text) const
-    {
-        const std::string prefix = tree.path() + "/";
-        for (auto at = text.find(prefix); at != std::string::npos; at = text.find(prefix))
-        {
-            text.erase(at, prefix.size());
-        }
-        return text;
-    }
-
-    ScopedMask mask{022};
-    TemporaryTree tree;
-    StagedChanges changes{tree};
-};
-
-/// A flag of a file, taken away at the end.
-class FileFlag
-{
-public:
-    FileFlag(const std::string& path, int flag)
-        : _descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC))
-    {
-        isSet = ioctl(_descriptor, FS_IOC_GETFLAGS, &_before) == 0 && set(_before | flag);
-    }
-    FileFlag(const FileFlag&) = delete;
-    FileFlag& operator=(const FileFlag&) = delete;
-    ~FileFlag()
-    {
-        if (isSet)
-        {
-            set(_before);
-        }
-        close(_descriptor);
-    }
-
-    bool isSet = false;
-
-private:
-    bool set(int flags) const { return ioctl(_descriptor, FS_IOC_SETFLAGS, &flags) == 0; }
-
-    int _descriptor;
-    int _before = 0;
 };
 
 } // namespace
@@ -434,7 +387,7 @@ TEST_F(PreviewTest, ImmutableFileStaysWithTheDirectoriesAboveIt)
     changes.removeTree("d");
     changes.removeFile("d/e/f");
     const FileFlag flag(tree.path("d/e/f"), FS_IMMUTABLE_FL);
-    if (!flag.isSet)
+    if (!flag.isSet())
     {
         GTEST_SKIP() << "no file can be made immutable here";
     }
@@ -455,7 +408,7 @@ TEST_F(PreviewTest, TreeIsRemovedUpToTheFirstObstacleInTheDisksOrder)
     changes.removeTree("d");
     changes.removeTree("d/e3");
     const FileFlag flag(tree.path("d/e7/f"), FS_IMMUTABLE_FL);
-    if (!flag.isSet)
+    if (!flag.isSet())
     {
         GTEST_SKIP() << "no file can be made immutable here";
     }
@@ -476,7 +429,7 @@ TEST_F(PreviewTest, ImmutableDirectoryKeepsItsEntriesAndItsMode)
     tree.directory("m");
     const FileFlag first(tree.path("d"), FS_IMMUTABLE_FL);
     const FileFlag second(tree.path("m"), FS_IMMUTABLE_FL);
-    if (!first.isSet || !second.isSet)
+    if (!first.isSet() || !second.isSet())
     {
         GTEST_SKIP() << "no directory can be made immutable here";
     }
@@ -499,7 +452,7 @@ TEST_F(PreviewTest, AppendOnlyDirectoryTakesNewOnesAndGivesNothing)
     changes.makeDirectory("d/x");
     changes.removeFile("d/f");
     const FileFlag flag(tree.path("d"), FS_APPEND_FL);
-    if (!flag.isSet)
+    if (!flag.isSet())
     {
         GTEST_SKIP() << "no directory can be made append-only here";
     }
