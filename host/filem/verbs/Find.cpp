@@ -74,7 +74,7 @@ private:
                 progress.clear();
                 print(session, child);
             }
-            if (child.place.isDirectory() && !child.isLink)
+            if (isGoneDownTo(session, child))
             {
                 below.push_back(child.place);
             }

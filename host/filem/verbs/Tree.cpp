@@ -80,8 +80,7 @@ private:
                                              : "")
                           << '\n';
         }
-        const bool goesDown = isDirectory && !child.isLink && (_levels == 0 || level < _levels);
-        if (goesDown)
+        if ((_levels == 0 || level < _levels) && isGoneDownTo(session, child))
         {
             draw(session, child.place, indent + (isLast ? "    " : "│   "), level + 1);
         }

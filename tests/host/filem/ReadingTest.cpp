@@ -134,6 +134,20 @@ TEST_F(ReadingTest, LsRecursiveGoesDownButThroughNoLink)
     EXPECT_EQ(filem({"ls", "-R", "d"}), (Outcome{0, "d:\nagain/  @\nsub/\n\nd/sub:\nf\n", ""}));
 }
 
+TEST_F(ReadingTest, NothingIsReadInADirectoryThatTheComponentTakesForAnother)
+{
+    tree.file("a/f");
+    tree.file("a,b/g");
+    const std::string why =
+        "no name reaches it: a comma in a name ends the value, and \"\\2B\" stands for a plus";
+    const std::string note = "filem: a,b is left out: no name reaches it\n";
+    EXPECT_EQ(filem({"ls", "a,b"}), (Outcome{2, "", failure("ls", root + ",FileGroup=a,b", why)}));
+    EXPECT_EQ(filem({"find"}), (Outcome{0, "a/\na,b/\na/f\n", note}));
+    EXPECT_EQ(filem({"tree"}),
+              (Outcome{0, "/\n├── a/\n│   └── f\n└── 'a?\?b/'\n\n2 directories, 1 file\n", note}));
+    EXPECT_EQ(filem({"ls", "-R"}), (Outcome{0, "/:\nFileMConfigData=1\na/\n'a?\?b/'\n\na:\nf\n", note}));
+}
+
 TEST_F(ReadingTest, LsNullEndsNamesAsTheyAreOnDisk)
 {
     tree.file("d/two\nlines");

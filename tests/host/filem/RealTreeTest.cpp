@@ -163,7 +163,7 @@ protected:
             const std::string name = entry.path().filename();
             if (entry.is_symlink() ? leadsToADirectory(entry.path()) : entry.is_directory())
             {
-                directories.push_back(asDirectory(name));
+                directories.push_back(asDirectory(name) + (entry.is_symlink() ? "@" : ""));
             }
             else if (!entry.is_symlink() && entry.is_regular_file())
             {
@@ -173,7 +173,9 @@ protected:
         std::ranges::sort(directories);
         for (auto& value : directories)
         {
-            value = shellQuoted(value + "/");
+            const bool isLink = value.ends_with('@');
+            value = isLink ? shellQuoted(value.substr(0, value.size() - 1) + "/") + "  @"
+                           : shellQuoted(value + "/");
         }
         std::ranges::sort(files);
         std::ranges::transform(files, files.begin(), [](const auto& value) { return shellQuoted(value); });
@@ -227,6 +229,10 @@ TEST_F(RealTreeTest, IsShownAsTheDiskHasIt)
     for (const auto& directory : directoriesBelow(tree.path()))
     {
         const std::string dn = dnOf(directory);
+        if (directory.find(',') != std::string::npos)
+        {
+            continue; // such a name is listed, but nothing below it
+        }
         ++shown;
         commands += "ls " + inQuotes(dn) + "\n";
         std::ranges::copy(listed(directory), std::back_inserter(expected));

@@ -119,9 +119,10 @@ TEST_F(SessionTest, GoesOnNoFurtherThanACommitThatFailsAndCanStageItAgain)
     EXPECT_EQ(tree.listing(), (Texts{"d a", "f d 1"}));
     EXPECT_EQ(out.str().substr(0, out.str().rfind("2 remain")),
               "done     + a/  drwxrwx---\n"
-              "REMAINS  + d/b/  Not a directory: d is no directory\n"
-              "REMAINS  + e/  not reached\n"
-              "1 done, ");
+              "REMAINS  + d/b/  Not a directory: " +
+                  tree.path("d") + "\nREMAINS  + e/  the commit ended at " + tree.path("d/b") +
+                  "\n"
+                  "1 done, ");
 
     std::filesystem::remove(tree.path("d"));
     std::filesystem::remove(tree.path("a"));
