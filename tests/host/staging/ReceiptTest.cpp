@@ -3,6 +3,7 @@
 #include "FileFlag.h"
 #include "StagingTest.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -165,6 +166,9 @@ TEST_F(ReceiptTest, WhatCameBackRemains)
     changes.removeTree("t");
     changes.removeTree("u");
     fs::remove(tree.path("u"));
+    // while they are open, nothing else gets their numbers
+    const int file = open(tree.path("f").c_str(), O_RDONLY | O_CLOEXEC);
+    const int directory = open(tree.path("t").c_str(), O_RDONLY | O_CLOEXEC);
     const auto receipt = committed([&] {
         tree.directory("u");
         tree.directory("t");
@@ -173,6 +177,8 @@ TEST_F(ReceiptTest, WhatCameBackRemains)
     EXPECT_EQ(items(receipt), (Texts{"remains f: a new one of this name is there",
                                      "remains t/: a new one of this name is there",
                                      "remains u/: a new one of this name is there"}));
+    close(file);
+    close(directory);
 }
 
 TEST_F(ReceiptTest, OtherModeRemains)
