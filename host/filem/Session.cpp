@@ -3,6 +3,7 @@
 #include "engine/Refusal.h"
 #include "engine/ThreadContext.h"
 #include "filem/output/CommitSignals.h"
+#include "filem/output/Interrupt.h"
 #include "filem/output/PrintableText.h"
 
 #include <algorithm>
@@ -90,6 +91,15 @@ ExitCode Session::runVerb(const VerbDescription& description, const Words& argum
         return ExitCode::Done;
     }
     return verb->run(*this);
+}
+
+void Session::check() const
+{
+    interrupt::check();
+    if (!out())
+    {
+        throw CommandFailure(ExitCode::Failed, "standard output can't be written");
+    }
 }
 
 void Session::warn(const std::string& text) const
