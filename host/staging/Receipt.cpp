@@ -108,13 +108,12 @@ Item madeItem(const Preview::Item& previewed, const std::string& endedAt)
 }
 
 /// `isSame`: what is there was there before.
-Item removedItem(const Preview::Item& previewed, bool wasThere, bool isSame, bool isMadeAnew,
-                 const std::string& endedAt)
+Item removedItem(const Preview::Item& previewed, bool wasThere, bool isSame, const std::string& endedAt)
 {
     Item item = newItem(previewed);
     const std::string path = withoutSlash(previewed.path);
     item.result = wasThere ? Result::Done : Result::WasSo;
-    if (!isThere(path) || (isMadeAnew && !isSame))
+    if (!isThere(path) || (previewed.isMadeAgain && !isSame))
     {
         return item;
     }
@@ -190,8 +189,7 @@ Receipt receiptOf(const Preview& preview, const Receipt::Before& before, const P
         receipt.items.push_back(previewed.kind == Kind::MakeDirectory
                                     ? madeItem(previewed, endedAt)
                                     : removedItem(previewed, identity != Identity{},
-                                                  identity == Receipt::Before::identityOf(path),
-                                                  isMadeAnew(preview, path), endedAt));
+                                                  identity == Receipt::Before::identityOf(path), endedAt));
     }
     count(preview, receipt, counter);
     return receipt;

@@ -383,16 +383,20 @@ std::optional<std::vector<std::string>> SimulatedDisk::namesIn(const Found& dire
 
 std::vector<Preview::Made> SimulatedDisk::made() const
 {
+    // a link on the way may have been removed
+    const auto named = [&](const std::string& shown, const std::string& path) {
+        return leadsSomewhere(shown) ? shown : path;
+    };
     std::vector<Preview::Made> made;
     for (const auto& [path, directory] : _made)
     {
-        made.push_back({directory.shown, directory.entry.mode, false});
+        made.push_back({named(directory.shown, path), directory.entry.mode, false});
     }
     for (const auto& [path, changed] : _modes)
     {
         if (changed.before != changed.after)
         {
-            made.push_back({changed.shown, changed.after, true});
+            made.push_back({named(changed.shown, path), changed.after, true});
         }
     }
     std::ranges::sort(made, {}, &Preview::Made::path);

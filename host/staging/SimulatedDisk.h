@@ -47,6 +47,8 @@ public:
 
     /// Whether a path leads to something.
     bool leadsSomewhere(const std::string& path) const { return resolve(path).entry.has_value(); }
+    /// Also for a link that leads nowhere.
+    bool isThere(const std::string& path) { return find(path).entry.has_value(); }
 
     std::vector<Preview::Made> made() const;
     std::vector<Preview::Removed> removed() const; ///< in byte order

@@ -153,6 +153,17 @@ TEST_F(PreviewTest, DirectoryBehindALinkIsNamedThroughTheLink)
     EXPECT_EQ(removed(preview), Texts{"l/f"});
 }
 
+TEST_F(PreviewTest, DirectoryBehindALinkThatGoesIsNamedWithoutIt)
+{
+    tree.directory("d");
+    tree.link("t/l", tree.path("d"));
+    changes.makeDirectory("t/l/a");
+    changes.removeTree("t");
+    const auto preview = committed();
+    EXPECT_TRUE(preview.items[0].isRemovedAgain);
+    EXPECT_EQ(made(preview), Texts{"+d/a 0770"});
+}
+
 TEST_F(PreviewTest, RemovedFileIsToldWithItsSize)
 {
     tree.file("a", "12345");

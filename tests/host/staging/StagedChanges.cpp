@@ -139,7 +139,10 @@ void StagedChanges::removeFile(const std::string& name)
     if (name.find('/') == std::string::npos)
     {
         // a component takes such an object for the root itself
-        objects.removeFile(ROOT, literally(name));
+        if (!objects.removeFile(ROOT, literally(name)))
+        {
+            return;
+        }
     }
     else
     {
@@ -169,7 +172,7 @@ bool StagedChanges::commit()
 
 Snapshot snapshotOf(const std::string& root)
 {
-    Snapshot snapshot;
+    Snapshot snapshot = {{".", described(root)}};
     for (const auto& entry :
          fs::recursive_directory_iterator(root, fs::directory_options::skip_permission_denied))
     {
@@ -181,7 +184,9 @@ Snapshot snapshotOf(const std::string& root)
 Snapshot expectedAfter(const zolhost::Preview& preview, const std::string& root)
 {
     Snapshot snapshot = snapshotOf(root);
-    const auto nameOf = [&](const fs::path& path) { return path.string().substr(root.size() + 1); };
+    const auto nameOf = [&](const fs::path& path) {
+        return path == root ? "." : path.string().substr(root.size() + 1);
+    };
     for (const auto& removed : preview.removed)
     {
         EXPECT_EQ(snapshot.erase(nameOf(withoutLinksAbove(removed.path))), 1U) << removed.path;

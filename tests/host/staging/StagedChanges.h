@@ -55,7 +55,8 @@ private:
     zolhost::Plan _plan;
 };
 
-/// All that is below a folder, by its path relative to it: kind, mode, size or target. Links aren't followed.
+/// A folder as "." and all that is below it by its path relative to it: kind, mode, size or target. Links
+/// aren't followed.
 using Snapshot = std::map<std::string, std::string>;
 Snapshot snapshotOf(const std::string& root);
 
