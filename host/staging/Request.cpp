@@ -1,5 +1,6 @@
 #include "staging/Request.h"
 
+#include "engine/NameForms.h"
 #include "engine/Refusal.h"
 #include "engine/Vetting.h"
 #include "staging/Protections.h"
@@ -75,6 +76,11 @@ void vetNewDirectory(const Place& place, const Plan& plan, const Safeguards& saf
 {
     vetting::requireCreatable(place);
     vetting::requireReachable(place.parent());
+    if (directoryNameOf(place.name()) != place.name())
+    {
+        refuse(Refusal::Kind::BadName, place,
+               "no directory can be made with \"\\2B\" in its name: it stands for a plus");
+    }
     if (!safeguards.throughLinks)
     {
         vetLinks(place, place.parent());
