@@ -63,6 +63,11 @@ std::optional<DiskEntry> lookUp(const std::string& path)
     return entry;
 }
 
+bool meansAbsence(int error)
+{
+    return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG || error == ELOOP;
+}
+
 std::optional<std::vector<std::string>> namesIn(const std::string& directory)
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(directory.c_str()), closedir);

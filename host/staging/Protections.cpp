@@ -115,11 +115,10 @@ private:
         return _plan.removedFiles().contains(path) || _plan.removedTrees().contains(path);
     }
 
-    /// A component looks a link's target up as the link holds it.
+    /// A component looks a target up as the link holds it, a relative one from the working directory.
     static bool leadsToDirectory(const std::string& link)
     {
-        const std::string target = linkTargetOf(link);
-        const auto status = target.starts_with('/') ? statusOf(target) : std::nullopt;
+        const auto status = statusOf(linkTargetOf(link));
         return status && S_ISDIR(status->st_mode);
     }
 

@@ -30,11 +30,6 @@ bool isDirectory(const std::optional<DiskEntry>& entry)
     return entry && entry->kind == EntryKind::Directory;
 }
 
-bool meansAbsence(int error)
-{
-    return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG || error == ELOOP;
-}
-
 void add(const DiskEntry& entry, const std::string& shown, Contents& contents)
 {
     switch (entry.kind)
@@ -326,26 +321,48 @@ bool SimulatedDisk::removeAllIn(const Found& directory, const std::string& shown
     for (auto name = names->begin(); name != names->end(); ++name)
     {
         const Found entry = entryAt(directory.path + '/' + *name);
-        const std::string entryShown = shown + '/' + *name;
         if (!entry.entry && meansAbsence(entry.error))
         {
             continue;
         }
-        const bool isNew = _made.contains(entry.path);
-        if (!entry.entry || !removeOne(directory, whyNot, entry, entryShown, removal))
+        if (!removeOneIn(directory, whyNot, entry, shown, removal))
         {
-            if (!entry.entry)
-            {
-                removal.why = reason(entry.error);
-                removal._where = entryShown;
-            }
             std::for_each(names->begin(), name,
                           [&](const std::string& before) { _gone.insert(directory.path + '/' + before); });
             return false;
         }
-        if (!isNew)
+    }
+    return true;
+}
+
+/// One of several, of a directory that is to go itself.
+bool SimulatedDisk::removeOneIn(const Found& directory, const std::string& whyNot, const Found& entry,
+                                const std::string& directoryShown, Removal& removal)
+{
+    const std::string shown = directoryShown + '/' + lastNameOf(entry.path);
+    if (!entry.entry)
+    {
+        removal.why = reason(entry.error);
+        removal._where = shown;
+        return false;
+    }
+    const bool isNew = _made.contains(entry.path);
+    if (!removeOne(directory, whyNot, entry, shown, removal))
+    {
+        return false;
+    }
+    if (!isNew)
+    {
+        add(*entry.entry, shown, removal.contents);
+    }
+    if (entry.entry->kind == EntryKind::Link && directory.path != directoryShown)
+    {
+        _gone.insert(entry.path);
+        if (!leadsSomewhere(directoryShown))
         {
-            add(*entry.entry, entryShown, removal.contents);
+            removal.why = reason(ENOENT, "the path leads through a link that goes too");
+            removal._where = directoryShown;
+            return false;
         }
     }
     return true;

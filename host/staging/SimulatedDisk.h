@@ -90,6 +90,8 @@ private:
     /// Whether it goes. `whyNot` is what is in the way of all in the directory.
     bool removeOne(const Found& directory, const std::string& whyNot, const Found& entry,
                    const std::string& shown, Removal& removal);
+    bool removeOneIn(const Found& directory, const std::string& whyNot, const Found& entry,
+                     const std::string& directoryShown, Removal& removal);
     bool removeAllIn(const Found& directory, const std::string& shown, Removal& removal);
     std::optional<std::vector<std::string>> namesIn(const Found& directory) const;
 

@@ -127,12 +127,12 @@ void tryOn(RandomTree& random, Counts& counts)
         random.disturb();
     }
     const Preview preview = changes.preview();
-    const auto expected = zoltest::expectedAfter(preview, root);
+    const zoltest::Expectation expectation(preview, root);
     const Receipt::Before before(preview);
 
     changes.commit();
 
-    EXPECT_EQ(zoltest::snapshotOf(root), expected);
+    EXPECT_EQ(zoltest::snapshotOf(root), expectation.after());
     expectReceiptOf(preview, receiptOf(preview, before));
     counts.add(preview);
 }

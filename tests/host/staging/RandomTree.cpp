@@ -90,7 +90,7 @@ void RandomTree::addLinks()
             _tree.link(name, _tree.path(name));
             break;
         case 2:
-            _tree.link(name, _files.empty() ? "." : _tree.path(file()));
+            _tree.link(name, _files.empty() ? "nowhere" : _tree.path(file()));
             break;
         default:
             addLinkToDirectory(name);
