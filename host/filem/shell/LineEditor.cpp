@@ -4,6 +4,7 @@
 #include "filem/output/Terminal.h"
 #include "filem/shell/Columns.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -184,10 +185,7 @@ bool LineEditor::waitForByte()
         if (ShellSignals::takeInterrupt())
         {
             _isCancelled = true;
-            const LineInfo* const line = el_line(_editor);
-            el_cursor(_editor, countCharacters({line->cursor, line->lastchar}));
-            el_set(_editor, EL_REFRESH);
-            print("^C\n");
+            print(toLastRow() + "^C\n");
             return false;
         }
         if (ShellSignals::takeResize())
@@ -267,20 +265,27 @@ unsigned char LineEditor::tab()
         return CC_REFRESH_BEEP;
     }
     list(completed);
-    return CC_REDISPLAY;
+    return CC_NORM;
 }
 
 /// Below the line, which is drawn again after it.
 void LineEditor::list(const Completed& completed)
 {
-    const LineInfo* const line = el_line(_editor);
-    const int behind = countCharacters({line->cursor, line->lastchar});
-    el_cursor(_editor, behind);
-    el_set(_editor, EL_REFRESH);
     const auto [rows, columns] = terminal::sizeOf(STDERR_FILENO);
-    print("\n" + inColumns(completed.shown, columns, rows - std::min<std::size_t>(rows - 1, 3)) +
+    const std::size_t others = 3; // the line before and after, and the note
+    print(toLastRow() + '\n' + inColumns(completed.shown, columns, std::max(rows, others + 1) - others) +
           (completed.note.empty() ? "" : completed.note + "\n"));
-    el_cursor(_editor, -behind);
+    el_set(_editor, EL_REFRESH);
+}
+
+/// Takes the cursor of the terminal to the last row that the line fills.
+std::string LineEditor::toLastRow() const
+{
+    const LineInfo* const line = el_line(_editor);
+    const std::size_t columns = terminal::sizeOf(STDERR_FILENO).columns;
+    const std::size_t atCursor = width(_prompt) + width(printable({line->buffer, line->cursor}));
+    const std::size_t atEnd = atCursor + width(printable({line->cursor, line->lastchar}));
+    return std::string(atEnd / columns - atCursor / columns, '\n');
 }
 
 void LineEditor::print(std::string_view text) const

@@ -66,6 +66,7 @@ private:
     bool waitForByte();
     bool nextCharacter(wchar_t& character);
     unsigned char tab();
+    std::string toLastRow() const;
     void list(const Completed& completed);
     void keep(const std::string& line);
     void print(std::string_view text) const;
