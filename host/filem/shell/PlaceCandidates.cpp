@@ -56,8 +56,12 @@ public:
         {
             add("..", "/");
         }
-        addDirectories(parent, "/");
+        // of very many, files come one by one and can be left at any time; a call that looks for directories can't
         addFiles(parent);
+        if (!_found.isCut)
+        {
+            addDirectories(parent, "/");
+        }
         return std::move(_found);
     }
 
