@@ -160,6 +160,8 @@ StagedTransaction::Outcome Session::commit(const std::string& comment)
     auto progress = this->progress("commit");
     progress.mustNotStop();
     const CommitSignals signals;
+    // from here on nothing gives up on it
+    interrupt::check();
     const auto transaction = std::move(_transaction);
     auto outcome = transaction->commit(progress.function());
     progress.clear();
