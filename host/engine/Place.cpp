@@ -12,6 +12,11 @@ namespace zolhost
 namespace
 {
 
+std::string shownValue(const std::string& name, bool isDirectory)
+{
+    return isDirectory ? fileGroupValueOf(name) : fileInformationValueOf(name);
+}
+
 /// What is asked for: the value that is shown, where the component finds the same name by it.
 std::string valueToAskFor(const std::string& name, bool isDirectory)
 {
@@ -95,7 +100,7 @@ std::string Place::value() const
     {
         return std::string(_class->onlyValue);
     }
-    return isFile() ? fileInformationValueOf(_names.back()) : fileGroupValueOf(_names.back());
+    return shownValue(_names.back(), !isFile());
 }
 
 std::string Place::path() const
@@ -122,6 +127,20 @@ std::string Place::shortPath() const
 
 std::string Place::dn() const
 {
+    return dnOf(valueToAskFor);
+}
+
+std::string Place::shownDn() const
+{
+    const std::string shown = dnOf(shownValue);
+    const std::string here = withoutClosingSlash(path());
+    const bool isFound = _rootDirectory + pathOfDn(shown) == here ||
+                         _rootDirectory + pathToDelete(shown, _rootDirectory) == here;
+    return isFound ? shown : dn();
+}
+
+std::string Place::dnOf(std::string (*valueOf)(const std::string& name, bool isDirectory)) const
+{
     std::string dn(DistinguishedName::ROOT);
     if (_names.empty())
     {
@@ -131,7 +150,7 @@ std::string Place::dn() const
     {
         const bool isDirectoryName = i + 1 < _names.size() || isDirectory();
         dn += isDirectoryName ? ",FileGroup=" : ",FileInformation=";
-        dn += valueToAskFor(_names[i], isDirectoryName);
+        dn += valueOf(_names[i], isDirectoryName);
     }
     return dn;
 }

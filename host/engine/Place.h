@@ -38,6 +38,9 @@ public:
 
     /// By which the component is asked. It holds names as they are on disk where a value has no way back.
     std::string dn() const;
+    /// With the values that the component shows. What it answers of itself, such as the key attribute, is in
+    /// these words, as far as it finds the place by them; if not, this is dn().
+    std::string shownDn() const;
     /// Whether the component takes the DN for this path. It can't for a comma in a name, which ends a value.
     bool isReachable() const;
     /// The same for the deletion of an object, before which the component tries other names for "??".
@@ -46,6 +49,8 @@ public:
     bool operator==(const Place&) const = default;
 
 private:
+    std::string dnOf(std::string (*valueOf)(const std::string& name, bool isDirectory)) const;
+
     std::string _rootDirectory;
     std::vector<std::string> _names;
     const MoClass* _class;

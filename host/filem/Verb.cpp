@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <ostream>
+#include <sstream>
 
 namespace zolhost::filem
 {
@@ -50,6 +51,47 @@ constexpr VerbDescription VERBS[] = {
     {"quit", "exit", VerbKind::Session, "ends the session", "", makeQuit},
 };
 
+/// Lines of at most 80 columns.
+class Formatter : public CLI::Formatter
+{
+public:
+    std::string make_option(const CLI::Option* option, bool isPositional) const override
+    {
+        constexpr std::size_t INDENT = 22;
+        constexpr std::size_t COLUMNS = 80;
+        std::string line = "  " + make_option_name(option, isPositional) + make_option_opts(option);
+        line += line.size() + 2 <= INDENT ? std::string(INDENT - line.size(), ' ')
+                                          : "\n" + std::string(INDENT, ' ');
+        std::istringstream words(make_option_desc(option));
+        std::string text;
+        std::size_t column = INDENT;
+        for (std::string word; words >> word; column += word.size() + 1)
+        {
+            if (column + word.size() > COLUMNS)
+            {
+                text += "\n" + std::string(INDENT, ' ');
+                column = INDENT;
+            }
+            else
+            {
+                text += text.empty() ? "" : " ";
+            }
+            text += word;
+        }
+        return line + text + "\n";
+    }
+
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        // of a positional one, the name says what it is
+        if (option->get_positional())
+        {
+            return option->get_expected_max() > 1 ? " ..." : "";
+        }
+        return option->get_type_size() == 0 ? "" : " " + option->get_type_name();
+    }
+};
+
 } // namespace
 
 std::span<const VerbDescription> verbs()
@@ -68,6 +110,8 @@ const VerbDescription* findVerb(std::string_view name)
 std::unique_ptr<CLI::App> parserFor(const VerbDescription& description, Verb& verb)
 {
     auto parser = std::make_unique<CLI::App>(std::string(description.summary), std::string(description.name));
+    parser->formatter(std::make_shared<Formatter>());
+    parser->set_help_flag("-h,--help", "print this help");
     verb.declare(*parser);
     if (!description.alias.empty())
     {

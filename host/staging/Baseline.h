@@ -1,12 +1,11 @@
 #pragma once
 
 #include "staging/Progress.h"
+#include "staging/RememberedEntries.h"
 
 #include <compare>
-#include <cstdint>
 #include <map>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace zolhost
@@ -19,34 +18,36 @@ public:
     /// What has changed since.
     struct Drift
     {
-        enum class What
-        {
-            Appeared,
-            Vanished,
-            Changed, ///< its content, its mode or its owner
-            Replaced ///< by another entry of the same name
-        };
+        using What = DiskChange;
         std::string staged; ///< the path that is staged
-        std::string path;   ///< that itself, something in it, or what it depends on such as its parent
+        std::string path;   ///< that itself, something in it, or what it depends on such as the directory
+                            ///< above; without a closing slash
         What what = What::Changed;
 
         bool operator==(const Drift&) const = default;
         auto operator<=>(const Drift&) const = default;
     };
 
-    /// Remembers a path of a plan as it is now: with all that is in it if it is to be removed as a tree, and
-    /// for a directory to be made the nearest directory above it that is there. A path that is remembered
-    /// already keeps what was seen first.
+    /// Remembers a path of a plan as it is now: with all that is in it if it is there, otherwise that it
+    /// isn't and the nearest directory above it that is. A path that is remembered already keeps what was
+    /// seen first.
     void remember(const std::string& path, const Progress& progress = {});
     void forget(const std::string& path);
     void clear();
 
-    /// Sorted. A change that the commit of another path of the same plan will bring isn't one.
+    /// Sorted. Of a directory that appeared, vanished or was replaced, nothing that is in it is told.
     std::vector<Drift> drift(const Progress& progress = {}) const;
 
 private:
-    struct Entry;
-    // the writer of this class settles what is kept
+    /// One that isn't there.
+    struct Missing
+    {
+        std::string above; ///< the nearest directory that is
+        RememberedEntries directory;
+        bool isMakingForbidden = false; ///< by a marker in it
+    };
+    std::map<std::string, RememberedEntries> _there; // by the path as it is staged
+    std::map<std::string, Missing> _missing;
 };
 
 } // namespace zolhost

@@ -156,7 +156,7 @@ void eachChild(const ManagedObjects& objects, const Plan& plan, const Place& pla
 {
     bool goesOn = true;
     eachDirectory(objects, plan, place, [&](const Child& child) { return goesOn = visit(child); });
-    if (goesOn)
+    if (goesOn && !place.isRoot())
     {
         eachFile(objects, plan, place, visit);
     }

@@ -17,7 +17,8 @@ public:
     void remove(unsigned long txHandle, const std::string& path);
     void removeAll(unsigned long txHandle);
 
-    /// The handles of other transactions that hold the path, something below it or a tree above it, sorted.
+    /// The handles of other transactions that hold the path, something below it or a directory above it,
+    /// sorted.
     std::vector<unsigned long> others(unsigned long txHandle, const std::string& path) const;
 
 private:

@@ -170,6 +170,11 @@ Place PlaceFinder::below(const Place& parent, std::string_view value, Wanted wan
         {
             return parent.file(names.front());
         }
+        if (wanted == Wanted::Anything && parent.isRoot())
+        {
+            // no file there can be an object
+            return parent.directory(decoded);
+        }
     }
     return parent.file(text);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "staging/DiskEntry.h"
 #include "staging/Plan.h"
 #include "staging/Progress.h"
 
@@ -11,15 +12,6 @@
 
 namespace zolhost
 {
-
-/// What one entry of the disk is.
-enum class EntryKind
-{
-    Directory,
-    File,
-    Link,
-    Other ///< socket, pipe or device
-};
 
 /// What goes along with a directory that is removed, the directory itself not counted.
 struct Contents
@@ -51,20 +43,22 @@ struct Preview
             Done,
             NothingToDo, ///< a directory that is there already and only gets its mode; a path that is gone
                          ///< already
-            Fails,       ///< stays as it is, and so, for a directory to be made, does all that follows
-            NotReached   ///< comes after a directory that can't be made
+            Fails,       ///< stays, of a tree perhaps only a part; is not made, or doesn't get its mode
+            NotReached   ///< comes after a directory at which the commit ends
         };
         Kind kind = Kind::RemoveFile;
         std::string path; ///< as in the plan
         Outlook outlook = Outlook::Done;
-        std::string why;         ///< of what isn't Done, in words for an operator
-        mode_t mode = 0;         ///< of a directory to be made
-        std::uint64_t bytes = 0; ///< of a file to be removed
-        Contents contents;       ///< of a tree to be removed
+        std::string why;             ///< of what isn't Done, in words for an operator
+        mode_t mode = 0;             ///< of a directory to be made
+        bool isRemovedAgain = false; ///< a directory that goes with a tree of the same commit
+        std::uint64_t bytes = 0;     ///< of a file to be removed
+        Contents contents;           ///< what goes along with a directory to be removed
     };
 
-    /// One change of the disk, all items expanded. A path that is made and removed by one commit is in
-    /// neither list.
+    /// One change of the disk, all items expanded: first all of `removed` goes, then comes what is in `made`.
+    /// What is made and removed by one commit is in neither list. A path goes through links as that of the
+    /// item does.
     struct Made
     {
         std::string path; ///< without a closing slash

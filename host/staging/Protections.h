@@ -9,6 +9,8 @@
 namespace zolhost
 {
 
+class Plan;
+
 /// What on the disk speaks against changing a place. A component refuses some of it without a word.
 struct Protections
 {
@@ -24,8 +26,8 @@ struct Protections
 };
 
 /// A file is visible if a component counts it: a regular file, no link, no marker, not among `removedFiles`
-/// or below `removedTrees` of the plan. Links to directories by absolute targets are gone through, each once.
-class Plan;
+/// or below `removedTrees` of the plan. Links to directories by absolute targets are gone through, as a
+/// component does, each directory once.
 Protections protectionsOf(const std::string& path, const Plan& plan, const Progress& progress = {});
 
 /// The names of marker files.

@@ -42,7 +42,10 @@ struct Receipt
             dev_t device = 0;
             ino_t number = 0;
             std::int64_t born = 0; ///< nanoseconds; 0 if the file system doesn't know
+            bool operator==(const Identity&) const = default;
         };
+        static Identity identityOf(const std::string& path);
+
         std::vector<Identity> _identities; // one an item; number 0: wasn't there
     };
 

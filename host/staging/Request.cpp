@@ -59,11 +59,12 @@ bool isMade(const Plan& plan, const Place& place)
     refuse(Refusal::Kind::NoSuchObject, place, "no such object");
 }
 
-void vetLinks(const Place& place)
+/// Links on the way to a directory in which, for the sake of a place, something would change.
+void vetLinks(const Place& place, const Place& directory)
 {
-    if (const std::string link = linkOnTheWay(place); !link.empty())
+    if (const std::string link = linkOnTheWay(directory); !link.empty())
     {
-        const std::string where = isOutsideRoot(place) ? " that leads out of the tree" : "";
+        const std::string where = isOutsideRoot(directory) ? " that leads out of the tree" : "";
         refuse(Refusal::Kind::Failed, place,
                link.substr(place.rootDirectory().size() + 1) + " is a symbolic link" + where +
                    "; --through-links goes through links");
@@ -76,7 +77,7 @@ void vetNewDirectory(const Place& place, const Plan& plan, const Safeguards& saf
     vetting::requireReachable(place.parent());
     if (!safeguards.throughLinks)
     {
-        vetLinks(place.parent());
+        vetLinks(place, place.parent());
     }
     const Place above = place.parent();
     if (!isMade(plan, above) && lookAt(above.path()) != OnDisk::Directory)
@@ -87,6 +88,11 @@ void vetNewDirectory(const Place& place, const Plan& plan, const Safeguards& saf
     if (isMade(plan, place) || (lookAt(place.path()) == OnDisk::Directory && !isGoing))
     {
         refuse(Refusal::Kind::Failed, place, "it is there already");
+    }
+    const std::string path = withoutClosingSlash(place.path());
+    if (lookAt(path) == OnDisk::Something && !plan.removedFiles().contains(path))
+    {
+        refuse(Refusal::Kind::Failed, place, "something else of this name is there");
     }
 }
 
@@ -204,6 +210,10 @@ void vet(const Request& request, const Plan& plan, const Safeguards& safeguards)
         vetting::requireAction(place, "removeFile");
         vetting::requireReachable(place);
     }
+    else if (place.isFile() && place.parent().isRoot() && lookAt(place.path()) == OnDisk::Nothing)
+    {
+        refuseMissing(place);
+    }
     else
     {
         vetting::requireDeletable(place);
@@ -219,7 +229,7 @@ void vet(const Request& request, const Plan& plan, const Safeguards& safeguards)
     if (!safeguards.throughLinks)
     {
         // a link itself is the component's to refuse, and what is in a link the host's
-        vetLinks(request.kind == Kind::RemoveMatching ? place : place.parent());
+        vetLinks(place, request.kind == Kind::RemoveMatching ? place : place.parent());
     }
     if (request.kind == Kind::RemoveTree)
     {

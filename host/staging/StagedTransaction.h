@@ -28,6 +28,7 @@ public:
     StagedTransaction& operator=(const StagedTransaction&) = delete;
     ~StagedTransaction();
 
+    unsigned long handle() const { return _handle; }
     ManagedObjects objects() const { return _host.objects(*_transaction); }
     const Plan& plan() const { return _plan; }
     const std::vector<Request>& requests() const { return _requests; }

@@ -2,6 +2,7 @@
 
 #include "filem/Session.h"
 #include "filem/output/Json.h"
+#include "filem/output/PrintableText.h"
 #include "filem/output/Quoting.h"
 #include "filem/output/Sizes.h"
 
@@ -168,8 +169,7 @@ private:
     {
         if (item.outlook == Item::Outlook::Fails || item.outlook == Item::Outlook::NotReached)
         {
-            line(Colour::Warning, "!", item.path,
-                 item.outlook == Item::Outlook::Fails ? item.why : "not reached: " + item.why);
+            line(Colour::Warning, "!", item.path, printable(item.why));
         }
         switch (item.kind)
         {
@@ -178,7 +178,7 @@ private:
             {
                 line(item.outlook == Item::Outlook::Done ? Colour::New : Colour::None,
                      item.outlook == Item::Outlook::Done ? "+" : "=", item.path,
-                     modeText(item.mode) + (item.why.empty() ? "" : "  " + item.why));
+                     modeText(item.mode) + (item.why.empty() ? "" : "  " + printable(item.why)));
             }
             break;
         case Item::Kind::RemoveFile:
@@ -193,7 +193,7 @@ private:
         }
         if (item.kind != Item::Kind::MakeDirectory && item.outlook == Item::Outlook::NothingToDo)
         {
-            line(Colour::None, "=", item.path, item.why);
+            line(Colour::None, "=", item.path, printable(item.why));
         }
     }
 

@@ -21,7 +21,8 @@ namespace
 
 AttributeValue readAttribute(Session& session, const Place& place, const MoAttribute& attribute)
 {
-    return session.objects().attribute(place.dn(), std::string(attribute.name));
+    const bool isKey = attribute.name == place.moClass().keyAttribute;
+    return session.objects().attribute(isKey ? place.shownDn() : place.dn(), std::string(attribute.name));
 }
 
 void printAttribute(std::ostream& out, const MoAttribute& attribute, const AttributeValue& value)

@@ -69,16 +69,12 @@ private:
         std::vector<Place> below;
         eachChildInOrder(session, place, [&](const Child& child) {
             progress.at(++_seen);
-            if (place.isRoot() && child.place.isFile())
-            {
-                return;
-            }
             if (isWanted(child))
             {
                 progress.clear();
                 print(session, child);
             }
-            if (child.place.isDirectory() && !child.isLink)
+            if (isGoneDownTo(session, child))
             {
                 below.push_back(child.place);
             }

@@ -241,7 +241,7 @@ private:
         {
             printAny(session, {place.configuration(), "1"}, facts);
         }
-        eachListed(session, place, [&](const Child& child) { printAny(session, child, facts); });
+        eachChildInOrder(session, place, [&](const Child& child) { printAny(session, child, facts); });
     }
 
     void listLong(Session& session, const Place& place)
@@ -253,7 +253,7 @@ private:
         {
             table->add({"config", "-", "", "", "FileMConfigData=1"});
         }
-        eachListed(session, place, [&](const Child& child) {
+        eachChildInOrder(session, place, [&](const Child& child) {
             constexpr std::size_t PAGE = 4096;
             if (++rows % PAGE == 0)
             {
@@ -263,18 +263,6 @@ private:
             table->add(longRow(session, child, facts));
         });
         table->print(session.out());
-    }
-
-    /// Files in the root are listed by the component, but no name reaches them.
-    static void eachListed(Session& session, const Place& place,
-                           const std::function<void(const Child& child)>& visit)
-    {
-        eachChildInOrder(session, place, [&](const Child& child) {
-            if (!place.isRoot() || child.place.isDirectory())
-            {
-                visit(child);
-            }
-        });
     }
 
     void printAny(Session& session, const Child& child, const std::optional<FactsOfFiles>& facts) const

@@ -1,6 +1,7 @@
 #include "filem/verbs/Reading.h"
 
 #include "engine/Refusal.h"
+#include "engine/Vetting.h"
 #include "filem/Session.h"
 #include "filem/output/Interrupt.h"
 #include "filem/output/PrintableText.h"
@@ -79,6 +80,7 @@ void requireObject(Session& session, const Place& place)
         {
             refuseMissing(place);
         }
+        vetting::requireReachable(place);
         return;
     }
     const auto status = statusOf(place.path());
@@ -135,12 +137,26 @@ void eachChildInOrder(Session& session, const Place& place,
     session.renewReads();
 }
 
+bool isGoneDownTo(const Session& session, const Child& child)
+{
+    if (!child.place.isDirectory() || child.isLink)
+    {
+        return false;
+    }
+    if (!child.place.isReachable())
+    {
+        session.warn(shellQuoted(child.place.shortPath()) + " is left out: no name reaches it");
+        return false;
+    }
+    return true;
+}
+
 std::vector<Place> directoriesIn(Session& session, const Place& place)
 {
     std::vector<Place> directories;
     eachDirectory(session.objects(), session.plan(), place, [&](const Child& child) {
         interrupt::check();
-        if (!child.isLink)
+        if (isGoneDownTo(session, child))
         {
             directories.push_back(child.place);
         }
@@ -157,10 +173,7 @@ std::vector<Unlisted> unlistedIn(Session& session, const Place& place)
     const Plan& plan = session.plan();
     eachChild(session.objects(), plan, place, [&](const Child& child) {
         interrupt::check();
-        if (!place.isRoot() || child.place.isDirectory())
-        {
-            listed.insert(child.place.name());
-        }
+        listed.insert(child.place.name());
         return true;
     });
     std::vector<Unlisted> unlisted;

@@ -23,7 +23,11 @@ void requireObject(Session& session, const Place& place);
 void eachChildInOrder(Session& session, const Place& place,
                       const std::function<void(const Child& child)>& visit);
 
-/// Its directories that aren't links.
+/// Whether a walk goes down to it: a directory, no link, and one whose name the component takes for nothing else.
+/// Warns of the last.
+bool isGoneDownTo(const Session& session, const Child& child);
+
+/// Its directories that are gone down to.
 std::vector<Place> directoriesIn(Session& session, const Place& place);
 
 /// Why an entry of a directory on disk isn't listed as an object.

@@ -47,12 +47,7 @@ private:
     {
         // all of them first, as no walk stays open while another begins
         std::vector<Child> children;
-        eachChildInOrder(session, place, [&](const Child& child) {
-            if (!place.isRoot() || child.place.isDirectory())
-            {
-                children.push_back(child);
-            }
-        });
+        eachChildInOrder(session, place, [&](const Child& child) { children.push_back(child); });
         for (const auto& child : children)
         {
             drawChild(session, child, indent, &child == &children.back(), level);
@@ -85,8 +80,7 @@ private:
                                              : "")
                           << '\n';
         }
-        const bool goesDown = isDirectory && !child.isLink && (_levels == 0 || level < _levels);
-        if (goesDown)
+        if ((_levels == 0 || level < _levels) && isGoneDownTo(session, child))
         {
             draw(session, child.place, indent + (isLast ? "    " : "│   "), level + 1);
         }

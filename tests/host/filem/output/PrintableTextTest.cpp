@@ -1,4 +1,4 @@
-#include "filem/PrintableText.h"
+#include "filem/output/PrintableText.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -42,9 +42,11 @@ TEST(PrintableText, LetsNoControlByteThrough)
     }
 }
 
-TEST(PrintableText, IsAsWideAsItHasCharacters)
+TEST(PrintableText, IsAsWideAsATerminalShowsIt)
 {
     EXPECT_EQ(width(""), 0U);
     EXPECT_EQ(width("abc"), 3U);
     EXPECT_EQ(width("\xc3\xa9\xe2\x82\xac"), 2U);
+    EXPECT_EQ(width("\xe6\x97\xa5\xe6\x9c\xac"), 4U) << "wide characters";
+    EXPECT_EQ(width("e\xcc\x81"), 1U) << "a combining accent";
 }

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "engine/Host.h"
+#include "staging/Plan.h"
+#include "staging/Preview.h"
+#include "support/TemporaryTree.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <string>
+#include <sys/types.h>
+
+namespace zoltest
+{
+
+/// The file-creation mask of the process until the end of its life.
+class ScopedMask
+{
+public:
+    explicit ScopedMask(mode_t mask);
+    ScopedMask(const ScopedMask&) = delete;
+    ScopedMask& operator=(const ScopedMask&) = delete;
+    ~ScopedMask();
+
+private:
+    mode_t _previous;
+};
+
+/// Changes of one transaction of the real component on a tree, and the plan that mirrors them. Names are
+/// relative to the tree and have no closing slash.
+class StagedChanges
+{
+public:
+    explicit StagedChanges(const TemporaryTree& tree);
+
+    /// Each throws zolhost::Refusal if the component refuses it; the plan stays then.
+    void makeDirectory(const std::string& name);
+    void removeDirectory(const std::string& name);
+    void removeTree(const std::string& name);
+    void removeFile(const std::string& name);
+    /// The action `remove` for a file, which must not be in the tree's folder itself.
+    void removeFileAsTree(const std::string& name);
+
+    const zolhost::Plan& plan() const { return _plan; }
+    zolhost::Preview preview() const { return zolhost::previewOf(_plan); }
+    /// Whether the component says that all is well.
+    bool commit();
+
+private:
+    std::string _root;
+    zolhost::Host _host;
+    std::unique_ptr<zolhost::Transaction> _transaction;
+    zolhost::Plan _plan;
+};
+
+/// All that is below a folder, by its path relative to it: kind, mode, size or target. Links aren't followed.
+using Snapshot = std::map<std::string, std::string>;
+Snapshot snapshotOf(const std::string& root);
+
+/// What the snapshot will be after a commit. To be called before it.
+Snapshot expectedAfter(const zolhost::Preview& preview, const std::string& root);
+
+/// Runs the function in a child that root's rights don't help and that owns the tree's folder. Whether all of
+/// its expectations were met.
+bool holdsForOrdinaryUser(const TemporaryTree& tree, const std::function<void()>& function);
+
+} // namespace zoltest
