@@ -48,6 +48,8 @@ private:
     std::vector<std::unique_ptr<std::ostream>> _streams;
 };
 
+} // namespace
+
 ExitCode runPipeline(Session& session, const Pipeline& pipeline)
 {
     FilteredOut out(session, pipeline.filters);
@@ -55,8 +57,6 @@ ExitCode runPipeline(Session& session, const Pipeline& pipeline)
     out.end();
     return code;
 }
-
-} // namespace
 
 std::vector<Pipeline> parseLine(std::string_view line)
 {

@@ -143,7 +143,7 @@ ExitCode runCommand(zolhost::Host& host, const std::string& root, const CommandL
         return session.run(line.command);
     }
     const auto [rows, columns] = terminal::sizeOf(STDOUT_FILENO);
-    Pager pager(rows, columns);
+    Pager pager(std::cout, rows, columns);
     std::ostream out(&pager);
     Session session(host, root, surroundings, out, std::cerr);
     try

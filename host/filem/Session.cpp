@@ -3,6 +3,7 @@
 #include "engine/Refusal.h"
 #include "engine/ThreadContext.h"
 #include "filem/output/CommitSignals.h"
+#include "filem/output/Interrupt.h"
 #include "filem/output/PrintableText.h"
 
 #include <algorithm>
@@ -150,6 +151,8 @@ StagedTransaction::Outcome Session::commit(const std::string& comment)
     auto progress = this->progress("commit");
     progress.mustNotStop();
     const CommitSignals signals;
+    // from here on nothing gives up on it
+    interrupt::check();
     const auto transaction = std::move(_transaction);
     auto outcome = transaction->commit(progress.function());
     progress.clear();

@@ -56,7 +56,7 @@ public:
     Mode mode() const { return _surroundings.mode; }
     bool canAsk() const { return _surroundings.canAsk; }
     const Colours& colours() const { return _colours; }
-    ProgressLine progress(const std::string& what) const { return {_surroundings.showsProgress, what}; }
+    ProgressLine progress(const std::string& what) const { return {_surroundings.showsProgress, _err, what}; }
 
     const std::string& rootDirectory() const { return _here.rootDirectory(); }
     const Place& here() const { return _here; }
@@ -82,6 +82,7 @@ public:
     const std::vector<Request>& dropped() const { return _dropped; }
 
     void quit() { _isOver = true; }
+    void stay() { _isOver = false; } ///< after all
     bool isOver() const { return _isOver; }
 
 private:

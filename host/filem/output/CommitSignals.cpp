@@ -1,5 +1,6 @@
 #include "filem/output/CommitSignals.h"
 
+#include <atomic>
 #include <cerrno>
 #include <string_view>
 #include <unistd.h>
@@ -9,6 +10,8 @@ namespace zolhost::filem
 
 namespace
 {
+
+std::atomic<bool> active = false;
 
 extern "C" void refuseToStop(int /*signal*/)
 {
@@ -26,11 +29,18 @@ CommitSignals::CommitSignals()
     action.sa_handler = refuseToStop;
     action.sa_flags = SA_RESTART;
     sigaction(SIGINT, &action, &_before);
+    active = true;
 }
 
 CommitSignals::~CommitSignals()
 {
+    active = false;
     sigaction(SIGINT, &_before, nullptr);
+}
+
+bool CommitSignals::areActive()
+{
+    return active;
 }
 
 } // namespace zolhost::filem

@@ -14,6 +14,9 @@ public:
     CommitSignals& operator=(const CommitSignals&) = delete;
     ~CommitSignals();
 
+    /// Whether there is one. Any thread may call.
+    static bool areActive();
+
 private:
     struct sigaction _before = {};
 };

@@ -7,6 +7,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <mutex>
+#include <ostream>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,6 +19,9 @@ namespace zolhost::filem
 
 namespace
 {
+
+std::mutex processMutex;
+pid_t process = 0; // protected by it: of the pager; 0 if there is none
 
 bool writeAll(int descriptor, const char* text, std::size_t size)
 {
@@ -70,21 +75,49 @@ pid_t spawnPager(int input, int otherEnd)
 
 } // namespace
 
-Pager::Pager(std::size_t rows, std::size_t columns)
-    : _rows(rows)
+Pager::Pager(std::ostream& screen, std::size_t rows, std::size_t columns)
+    : _screen(screen)
+    , _rows(rows)
     , _columns(columns)
 {}
 
 Pager::~Pager()
 {
-    if (_pager == -1)
+    if (!_hasPager)
     {
-        writeAll(STDOUT_FILENO, _held.data(), _held.size());
+        if (!interrupt::isRequested())
+        {
+            _screen << _held << std::flush;
+        }
         return;
     }
     close(_pipe);
-    while (waitpid(_pager, nullptr, 0) == -1 && errno == EINTR)
+    // without the lock, as it takes until the operator leaves; only this thread ever changes the number
+    siginfo_t end = {};
+    while (waitid(P_PID, static_cast<id_t>(process), &end, WEXITED | WNOWAIT) == -1 && errno == EINTR)
     {}
+    const std::scoped_lock lock(processMutex);
+    waitpid(process, nullptr, 0);
+    process = 0;
+    sigaction(SIGPIPE, &_beforePipe, nullptr);
+}
+
+bool Pager::isAtWork()
+{
+    const std::scoped_lock lock(processMutex);
+    siginfo_t end = {};
+    return process != 0 &&
+           waitid(P_PID, static_cast<id_t>(process), &end, WEXITED | WNOWAIT | WNOHANG) == 0 &&
+           end.si_pid == 0;
+}
+
+void Pager::stop()
+{
+    const std::scoped_lock lock(processMutex);
+    if (process != 0)
+    {
+        kill(process, SIGTERM);
+    }
 }
 
 Pager::int_type Pager::overflow(int_type character)
@@ -105,14 +138,27 @@ std::streamsize Pager::xsputn(const char* text, std::streamsize size)
 
 int Pager::sync()
 {
+    if (_isDirect)
+    {
+        _screen.flush();
+    }
     return 0;
 }
 
 void Pager::take(const char* text, std::size_t size)
 {
-    if (_pager != -1 || _isDirect)
+    if (interrupt::isRequested())
     {
-        if (!writeAll(_isDirect ? STDOUT_FILENO : _pipe, text, size))
+        return;
+    }
+    if (_isDirect)
+    {
+        _screen.write(text, static_cast<std::streamsize>(size));
+        return;
+    }
+    if (_hasPager)
+    {
+        if (!writeAll(_pipe, text, size))
         {
             interrupt::request();
         }
@@ -141,10 +187,23 @@ void Pager::start()
     if (pipe2(ends.data(), O_CLOEXEC) == 0)
     {
         _pipe = ends[1];
-        _pager = spawnPager(ends[0], ends[1]);
+        const pid_t spawned = spawnPager(ends[0], ends[1]);
         close(ends[0]);
+        _hasPager = spawned != -1;
+        if (_hasPager)
+        {
+            struct sigaction ignore = {};
+            ignore.sa_handler = SIG_IGN;
+            sigaction(SIGPIPE, &ignore, &_beforePipe);
+            const std::scoped_lock lock(processMutex);
+            process = spawned;
+        }
+        else
+        {
+            close(_pipe);
+        }
     }
-    _isDirect = _pager == -1;
+    _isDirect = !_hasPager;
     const std::string held = std::move(_held);
     take(held.data(), held.size());
 }

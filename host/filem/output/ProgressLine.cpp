@@ -1,8 +1,11 @@
 #include "filem/output/ProgressLine.h"
 
 #include "filem/output/Interrupt.h"
+#include "filem/output/Pager.h"
 
+#include <array>
 #include <cstdio>
+#include <ostream>
 #include <utility>
 
 namespace zolhost::filem
@@ -17,8 +20,9 @@ constexpr std::chrono::milliseconds EACH(100);
 
 } // namespace
 
-ProgressLine::ProgressLine(bool isShown, std::string what)
+ProgressLine::ProgressLine(bool isShown, std::ostream& terminal, std::string what)
     : _isShown(isShown)
+    , _terminal(terminal)
     , _what(std::move(what))
     , _start(Clock::now())
     , _next(_start + FIRST)
@@ -45,19 +49,23 @@ void ProgressLine::at(std::size_t done)
         return;
     }
     _next = now + EACH;
+    if (Pager::isAtWork())
+    {
+        return;
+    }
     _isOnScreen = true;
     const double seconds = std::chrono::duration<double>(now - _start).count();
-    std::fprintf(stderr, "\r\x1b[K%s: %zu, %.0f/s, %.1f s", _what.c_str(), done,
-                 static_cast<double>(done) / seconds, seconds);
-    std::fflush(stderr);
+    std::array<char, 80> figures{};
+    std::snprintf(figures.data(), figures.size(), "%zu, %.0f/s, %.1f s", done,
+                  static_cast<double>(done) / seconds, seconds);
+    _terminal << "\r\x1b[K" + _what + ": " + figures.data() << std::flush;
 }
 
 void ProgressLine::clear()
 {
     if (_isOnScreen)
     {
-        std::fputs("\r\x1b[K", stderr);
-        std::fflush(stderr);
+        _terminal << "\r\x1b[K" << std::flush;
         _isOnScreen = false;
     }
 }

@@ -4,17 +4,19 @@
 
 #include <chrono>
 #include <cstddef>
+#include <iosfwd>
 #include <string>
 
 namespace zolhost::filem
 {
 
-/// Shows on standard error how far long work is: count, rate and time. Its line is gone at the end. Where it
+/// Shows at a terminal how far long work is: count, rate and time. Its line is gone at the end. Where it
 /// isn't shown it only looks for interrupts.
 class ProgressLine
 {
 public:
-    ProgressLine(bool isShown, std::string what);
+    /// `terminal` must outlive it.
+    ProgressLine(bool isShown, std::ostream& terminal, std::string what);
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
     ~ProgressLine();
@@ -31,6 +33,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     const bool _isShown;
+    std::ostream& _terminal;
     const std::string _what;
     const Clock::time_point _start;
     Clock::time_point _next;
