@@ -15,7 +15,7 @@ public:
     Mdoc(std::ostream& out, std::string_view title, int section);
 
     void section(std::string_view name) { macro("Sh " + std::string(name)); }
-    void subsection(std::string_view name) { macro("Ss " + std::string(name)); }
+    void subsection(std::string_view name) { macro("Ss " + argument(name)); }
     void paragraph() { macro("Pp"); }
 
     /// A line that mdoc obeys. What is put into it from elsewhere must have gone through `argument`.
