@@ -9,16 +9,21 @@
 #include "filem/output/Interrupt.h"
 #include "filem/output/Pager.h"
 #include "filem/output/PrintableText.h"
+#include "filem/output/Quoting.h"
 #include "filem/output/Terminal.h"
+#include "filem/shell/Candidates.h"
 #include "filem/shell/Shell.h"
 #include "filem/verbs/Help.h"
 
+#include <algorithm>
 #include <exception>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <optional>
 #include <sstream>
+#include <string_view>
 #include <system_error>
 #include <unistd.h>
 
@@ -166,8 +171,42 @@ ExitCode runText(zolhost::Host& host, const std::string& root, const CommandLine
     return runScript(session, text, line.keepsGoing);
 }
 
+constexpr std::string_view COMPLETE = "__complete";
+
+/// The hidden command that completions of other shells call: __complete -- WORD...
+bool isToBeCompleted(const CommandLine& line)
+{
+    return line.command.size() > 2 && line.command[0] == COMPLETE && line.command[1] == "--";
+}
+
+/// What the last word can become, one a line.
+void printCandidates(const CommandLine& line)
+{
+    std::optional<zolhost::Host> host;
+    std::optional<Session> session;
+    const auto openSession = [&]() -> Session& {
+        const auto setup = setupOf(line);
+        host.emplace(setup);
+        const std::string root = zolhost::rootDirectoryOf(*host, setup.configuration);
+        return session.emplace(*host, root, Session::Surroundings(), std::cout, std::cerr);
+    };
+    const Words words(line.command.begin() + 2, line.command.end());
+    auto candidates = candidatesFor(words, CommandKind::Alone, openSession);
+    candidates.sort();
+    for (const auto& candidate : candidates.list)
+    {
+        const bool isPrintable = printable(candidate.word) == candidate.word;
+        std::cout << (isPrintable ? candidate.word : shellQuoted(candidate.word)) << '\n';
+    }
+}
+
 ExitCode run(const CommandLine& line)
 {
+    if (isToBeCompleted(line))
+    {
+        printCandidates(line);
+        return ExitCode::Done;
+    }
     if (const auto code = answerWithoutHost(line))
     {
         return *code;
@@ -215,9 +254,7 @@ int report(ExitCode code, const std::string& text)
     return static_cast<int>(code);
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int runProgram(int argc, char** argv)
 {
     try
     {
@@ -240,4 +277,32 @@ int main(int argc, char** argv)
     {
         return report(ExitCode::Failed, printable(failure.what()));
     }
+}
+
+/// Also if the rest can't be understood.
+bool asksForCompletion(const Words& arguments)
+{
+    const auto complete = std::ranges::find(arguments, COMPLETE);
+    return complete != arguments.end() && std::none_of(arguments.begin(), complete, findVerb);
+}
+
+/// Whoever types a line wants no failures in it.
+void silenceErrors()
+{
+    const int silence = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup2(silence, STDERR_FILENO);
+    close(silence);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (!asksForCompletion(Words(argv + std::min(argc, 1), argv + argc)))
+    {
+        return runProgram(argc, argv);
+    }
+    silenceErrors();
+    runProgram(argc, argv);
+    return static_cast<int>(ExitCode::Done);
 }

@@ -24,10 +24,21 @@ public:
         : _rest(text)
     {}
 
+    /// What isn't finished is no failure then.
+    void expectMore() { _expectsMore = true; }
+
+    /// Quotes, or a backslash, that the line ended in.
+    bool isQuotedCharacterMissing() const { return _isQuotedCharacterMissing; }
+    Quotes openQuotes() const { return _openQuotes; }
+    /// What isn't read yet.
+    std::string_view rest() const { return _rest; }
+
+    void skipBlanks() { _rest.remove_prefix(std::min(_rest.find_first_not_of(BLANKS), _rest.size())); }
+
     /// Nothing at the end of the line or before a comment.
     std::optional<Token> token()
     {
-        _rest.remove_prefix(std::min(_rest.find_first_not_of(BLANKS), _rest.size()));
+        skipBlanks();
         if (_rest.empty() || _rest.front() == '#')
         {
             return std::nullopt;
@@ -68,23 +79,39 @@ private:
         return character;
     }
 
+    void leaveOpen(Quotes quotes, const char* failure)
+    {
+        if (!_expectsMore)
+        {
+            throw BadLine(failure);
+        }
+        _openQuotes = quotes;
+        _rest = {};
+    }
+
     char quotedCharacter()
     {
-        if (_rest.empty())
+        if (!_rest.empty())
+        {
+            return take();
+        }
+        if (!_expectsMore)
         {
             throw BadLine("a backslash at the end of a line quotes nothing");
         }
-        return take();
+        _isQuotedCharacterMissing = true;
+        return '\\';
     }
 
     std::string untilSingleQuote()
     {
         const auto end = _rest.find('\'');
+        std::string text(_rest.substr(0, end));
         if (end == std::string_view::npos)
         {
-            throw BadLine("a single quote has no end");
+            leaveOpen(Quotes::Single, "a single quote has no end");
+            return text;
         }
-        std::string text(_rest.substr(0, end));
         _rest.remove_prefix(end + 1);
         return text;
     }
@@ -104,7 +131,8 @@ private:
                 character == '\\' && !_rest.empty() && QUOTABLE.find(_rest.front()) != std::string_view::npos;
             text += quotes ? take() : character;
         }
-        throw BadLine("a double quote has no end");
+        leaveOpen(Quotes::Double, "a double quote has no end");
+        return text;
     }
 
     std::string dollar()
@@ -124,7 +152,8 @@ private:
             }
             text += character == '\\' ? escapedCharacter() : character;
         }
-        throw BadLine("a single quote has no end");
+        leaveOpen(Quotes::Dollar, "a single quote has no end");
+        return text;
     }
 
     char escapedCharacter()
@@ -162,6 +191,9 @@ private:
     }
 
     std::string_view _rest;
+    bool _expectsMore = false;
+    bool _isQuotedCharacterMissing = false;
+    Quotes _openQuotes = Quotes::None;
 };
 
 } // namespace
@@ -179,6 +211,31 @@ std::vector<Token> tokenize(std::string_view line)
         tokens.push_back(std::move(*token));
     }
     return tokens;
+}
+
+std::optional<BegunLine> tokenizeBegun(std::string_view line)
+{
+    BegunLine begun;
+    Line reader(line);
+    reader.expectMore();
+    while (true)
+    {
+        reader.skipBlanks();
+        begun.start = line.size() - reader.rest().size();
+        auto token = reader.token();
+        if (!token)
+        {
+            // at a comment, or at the end
+            return reader.rest().empty() ? std::optional(begun) : std::nullopt;
+        }
+        if (token->kind == Token::Kind::Word && reader.rest().empty())
+        {
+            begun.word = std::move(token->text);
+            begun.quotes = reader.openQuotes();
+            return reader.isQuotedCharacterMissing() ? std::nullopt : std::optional(begun);
+        }
+        begun.tokens.push_back(std::move(*token));
+    }
 }
 
 } // namespace zolhost::filem

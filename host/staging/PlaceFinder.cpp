@@ -22,13 +22,6 @@ namespace fs = std::filesystem;
     throw Refusal(Refusal::Kind::BadName, std::string(name), why);
 }
 
-bool isDn(std::string_view text)
-{
-    const auto equals = text.find('=');
-    return equals != std::string_view::npos &&
-           (text.starts_with("ManagedElement=") || findMoClass(text.substr(0, equals)) != nullptr);
-}
-
 bool isThere(const std::string& path)
 {
     struct stat status = {};
@@ -60,6 +53,13 @@ std::vector<std::string> namesShownAs(std::string_view value, const std::string&
 }
 
 } // namespace
+
+bool isDn(std::string_view text)
+{
+    const auto equals = text.find('=');
+    return equals != std::string_view::npos &&
+           (text.starts_with("ManagedElement=") || findMoClass(text.substr(0, equals)) != nullptr);
+}
 
 PlaceFinder::PlaceFinder(std::string rootDirectory, const Plan& plan)
     : _rootDirectory(std::move(rootDirectory))

@@ -10,6 +10,9 @@
 namespace zolhost
 {
 
+/// Whether a name that an operator gives is taken for a DN, not for a path.
+bool isDn(std::string_view text);
+
 /// Finds what an operator means by a name: a DN, whole or from below the root, or a path of names with
 /// slashes between, from where the operator stands or, with a slash in front, from the root. A name may be
 /// the value that a listing shows or the name on disk, which wins.

@@ -37,6 +37,18 @@ std::string inSingleQuotes(std::string_view text)
     return result + "'";
 }
 
+std::string inDoubleQuotes(std::string_view text)
+{
+    std::string result = "\"";
+    for (const char character : text)
+    {
+        const bool isSpecial = std::string_view("\"\\$`").find(character) != std::string_view::npos;
+        result += isSpecial ? "\\" : "";
+        result += character;
+    }
+    return result + "\"";
+}
+
 std::string inDollarQuotes(std::string_view text)
 {
     std::string result = "$'";
@@ -78,11 +90,31 @@ std::string inDollarQuotes(std::string_view text)
 
 std::string shellQuoted(std::string_view text)
 {
-    if (!text.empty() && text.front() != '~' && std::ranges::all_of(text, isPlain))
+    return shellQuoted(text, Quotes::None);
+}
+
+std::string shellQuoted(std::string_view text, Quotes quotes)
+{
+    const bool isTakenAsItIs = !text.empty() && text.front() != '~' && std::ranges::all_of(text, isPlain);
+    if (quotes == Quotes::None && isTakenAsItIs)
     {
         return std::string(text);
     }
-    return printable(text) == text ? inSingleQuotes(text) : inDollarQuotes(text);
+    if (quotes == Quotes::Dollar || printable(text) != text)
+    {
+        return inDollarQuotes(text);
+    }
+    return quotes == Quotes::Double ? inDoubleQuotes(text) : inSingleQuotes(text);
+}
+
+std::string shellQuotedOpen(std::string_view text, Quotes quotes)
+{
+    std::string result = shellQuoted(text, quotes);
+    if (result != text)
+    {
+        result.pop_back();
+    }
+    return result;
 }
 
 std::string shownPath(const std::string& path, const std::string& rootDirectory)

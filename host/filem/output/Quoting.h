@@ -11,6 +11,20 @@ namespace zolhost::filem
 /// left.
 std::string shellQuoted(std::string_view text);
 
+enum class Quotes
+{
+    None,
+    Single, ///< '…'
+    Double, ///< "…"
+    Dollar  ///< $'…'
+};
+
+/// The same in the quotes that are asked for, or in $'…' if the text needs them; without, as above.
+std::string shellQuoted(std::string_view text, Quotes quotes);
+
+/// The beginning of a word as it is while more of it is to be typed: its quotes stay open.
+std::string shellQuotedOpen(std::string_view text, Quotes quotes);
+
 /// A path on disk as it is below the root directory, quoted for a shell; of the root itself "/".
 std::string shownPath(const std::string& path, const std::string& rootDirectory);
 

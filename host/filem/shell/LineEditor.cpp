@@ -11,8 +11,10 @@
 #include <cwchar>
 #include <histedit.h>
 #include <poll.h>
+#include <string>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
 
 namespace zolhost::filem
 {
@@ -250,31 +252,36 @@ unsigned char LineEditor::tab()
     }
     const LineInfo* const line = el_line(_editor);
     const std::string before(line->buffer, line->cursor);
-    const Completed completed = _complete(before);
-    const std::string after = before.substr(0, completed.start) + completed.text;
+    const Completion completion = _complete(before);
+    const std::string after = before.substr(0, completion.start) + completion.text;
     if (after != before)
     {
-        el_deletestr(_editor, countCharacters(before.substr(completed.start)));
-        el_insertstr(_editor, completed.text.c_str());
+        el_deletestr(_editor, countCharacters(before.substr(completion.start)));
+        el_insertstr(_editor, completion.text.c_str());
         _lineOfTab = after;
         return CC_REFRESH;
     }
-    if (completed.shown.empty() || _lineOfTab != before)
+    if (completion.candidates.empty() || _lineOfTab != before)
     {
         _lineOfTab = before;
         return CC_REFRESH_BEEP;
     }
-    list(completed);
+    list(completion);
     return CC_NORM;
 }
 
 /// Below the line, which is drawn again after it.
-void LineEditor::list(const Completed& completed)
+void LineEditor::list(const Completion& completion)
 {
+    std::vector<std::string> texts;
+    for (const auto& candidate : completion.candidates)
+    {
+        texts.push_back(candidate.shown);
+    }
     const auto [rows, columns] = terminal::sizeOf(STDERR_FILENO);
     const std::size_t others = 3; // the line before and after, and the note
-    print(toLastRow() + '\n' + inColumns(completed.shown, columns, std::max(rows, others + 1) - others) +
-          (completed.note.empty() ? "" : completed.note + "\n"));
+    print(toLastRow() + '\n' + inColumns(texts, columns, std::max(rows, others + 1) - others) +
+          (completion.isCut ? "and others that weren't looked for\n" : ""));
     el_set(_editor, EL_REFRESH);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "filem/shell/Completion.h"
 #include "filem/shell/HistoryFile.h"
 #include "filem/shell/ShellSignals.h"
 
@@ -9,7 +10,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 struct editline;
 struct history;
@@ -27,15 +27,8 @@ public:
     LineEditor& operator=(const LineEditor&) = delete;
     ~LineEditor();
 
-    /// What a Tab makes of a line.
-    struct Completed
-    {
-        std::size_t start = 0;          ///< from there to the cursor...
-        std::string text;               ///< ...stands this
-        std::vector<std::string> shown; ///< what it could become, with no control bytes in it
-        std::string note;               ///< what is said below those
-    };
-    using Complete = std::function<Completed(const std::string& textToCursor)>;
+    using Complete = std::function<Completion(const std::string& textToCursor)>;
+    /// What Tab asks.
     void setComplete(Complete complete) { _complete = std::move(complete); }
 
     struct Input
@@ -67,7 +60,7 @@ private:
     bool nextCharacter(wchar_t& character);
     unsigned char tab();
     std::string toLastRow() const;
-    void list(const Completed& completed);
+    void list(const Completion& completion);
     void keep(const std::string& line);
     void print(std::string_view text) const;
 

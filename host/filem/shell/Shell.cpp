@@ -9,6 +9,7 @@
 
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <unistd.h>
 #include <utility>
 
@@ -59,7 +60,9 @@ Shell::Shell(Host& host, std::string rootDirectory, Session::Surroundings surrou
     , _prompt(_nextPrompt)
     , _editor(_signals, HistoryFile(HistoryFile::defaultFile()))
     , _commands(_signals, _gate)
-{}
+{
+    _editor.setComplete([this](const std::string& textToCursor) { return completionFor(textToCursor); });
+}
 
 ExitCode Shell::run()
 {
@@ -146,6 +149,26 @@ void Shell::finishLine()
     _wantsToLeave = _session.isOver();
     _session.stay();
     _nextPrompt = promptOf(_session);
+}
+
+/// Nothing if the operator doesn't wait for it.
+Completion Shell::completionFor(const std::string& textToCursor)
+{
+    const Completion nothing = {textToCursor.size(), {}, {}, false};
+    const auto result = std::make_shared<Completion>(nothing);
+    const auto end = _commands.runUntilKey([this, textToCursor, result] {
+        try
+        {
+            *result = complete(textToCursor, _session);
+        }
+        catch (const std::exception&)
+        {
+            // a Tab is no command that could fail
+        }
+        ThreadContext::take();
+        _session.renewReads();
+    });
+    return end == CommandThread::End::Ended ? *result : nothing;
 }
 
 /// Whether it came to its end.

@@ -32,6 +32,7 @@ private:
     void finishLine();
 
     // on the thread of the terminal
+    Completion completionFor(const std::string& textToCursor);
     bool give(std::function<void()> work);
     bool mayLeave();
     bool mayLeaveAfter(const std::string& answer);
