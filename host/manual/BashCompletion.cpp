@@ -157,7 +157,8 @@ _filem()
             _filem_plain "${words[i]}"
             asked+=("$plain")
         done
-        mapfile -t COMPREPLY < <("${asked[@]}" 2>/dev/null)
+        # a name that can't stand in a line comes in quotes and is left out
+        mapfile -t COMPREPLY < <("${asked[@]}" 2>/dev/null | grep -v "^\$'")
         _filem_reply
     fi
 }

@@ -86,7 +86,8 @@ void printEnvironment(Mdoc& page)
     printVariable(page, "NO_COLOR", "Nothing is shown in colours if it is set and not empty.");
     printVariable(
         page, "XDG_STATE_HOME",
-        "The folder in which the history of sessions is kept. It is ~/.local/state if it isn't set.");
+        "The folder that keeps the lines of sessions, in filem/history. It is ~/.local/state if it isn't "
+        "set to an absolute path.");
     page.macro("El");
 }
 

@@ -93,7 +93,8 @@ function __filem_ask
     set -l token (commandline -ct)
     # a quote that is still open can't be taken away with what it quotes
     set -l current (string unescape -- $token; or string replace -r '^["\']' '' -- $token)
-    $call __complete -- $words[$at..-1] "$current" 2>/dev/null
+    # a name that can't stand in a line comes in quotes and is left out
+    $call __complete -- $words[$at..-1] "$current" 2>/dev/null | string match -v -- '$\'*'
 end
 
 complete -c filem -f

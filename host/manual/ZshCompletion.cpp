@@ -40,7 +40,8 @@ _filem_ask()
     done
     _filem_plain "$PREFIX"
     found=("${(@f)$("${asked[@]}" "$REPLY" 2>/dev/null)}")
-    found=("${(@)found:#}")
+    # a name that can't stand in a line comes in quotes and is left out
+    found=("${(@)found:#(|\$\'*)}")
     # what goes on behind it needs no blank
     compadd -S '' -- "${(@M)found:#*[/=,]}"
     compadd -- "${(@)found:#*[/=,]}"

@@ -18,16 +18,19 @@ using namespace zolhost::filem;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::UnorderedElementsAreArray;
 using Texts = std::vector<std::string>;
 
 /// Gives what begins with its last argument, and notes its arguments.
 constexpr const char* FAKE_FILEM = R"BASH(#!/bin/bash
 { printf '<%s>' "$@"; echo; } >>"${0%/*}/calls"
-candidates=(logs/ logs/a.log 'logs/my file' "logs/it's" FileGroup= FileGroup=logs FileGroup=logs,FileInformation=a.log)
+candidates=(logs/ logs/a.log 'logs/my file' "logs/it's" FileGroup= FileGroup=logs FileGroup=logs,FileInformation=a.log
+    "\$'a\\x1b'")
 for candidate in "${candidates[@]}"; do
-    [[ $candidate != "${@: -1}"?* ]] || echo "$candidate"
+    [[ $candidate != "${@: -1}"* || $candidate == "${@: -1}" ]] || echo "$candidate"
 done
 )BASH";
 
@@ -223,6 +226,24 @@ TEST_F(Completion, OfBashPassesOnWhichTreeItIs)
     EXPECT_THAT(calls(),
                 ElementsAre("<--root><" + tree.path("home") +
                             "><--library=x.so><--policies><tree/p q><__complete><--><ls><-l><b><lo>"));
+}
+
+TEST_F(Completion, OfEachShellLeavesOutNamesThatCanNotStandInALine)
+{
+    EXPECT_THAT(bash("filem ls ", {"filem", "ls", ""}), Not(Contains(HasSubstr("x1b"))));
+    EXPECT_THAT(fish("filem ls "), Not(Contains(HasSubstr("x1b"))));
+    EXPECT_THAT(typed("zsh", {"filem ls $"}), ElementsAre("filem ls $"));
+}
+
+TEST_F(Completion, OfEachShellShowsTheTree)
+{
+    tree.file("work/tree/logs/a.log");
+    tree.directory("work/tree/logs/my directory");
+    const std::string command = FILEM_PROGRAM " --root tree ls logs/";
+    EXPECT_THAT(bash(command, {FILEM_PROGRAM, "--root", "tree", "ls", "logs/"}),
+                ElementsAre("logs/a.log", "logs/my\\ directory/"));
+    EXPECT_THAT(fish(command), ElementsAre("logs/a.log", "logs/my directory/"));
+    EXPECT_THAT(typed("zsh", {command + "m"}), ElementsAre(command + "my\\ directory/"));
 }
 
 TEST_F(Completion, OfBashRunsNothingThatIsTyped)
