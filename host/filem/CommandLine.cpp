@@ -65,8 +65,11 @@ std::string helpText()
     printHelp(text, {});
     text << "\nWithout a command, filem is a shell at a terminal and runs the commands of standard input "
             "otherwise,\nin one transaction up to each commit or abort.\n"
-            "\nExit codes: 0 done, 1 refused or failed, 2 wrong use, 3 committed but something remains,\n"
-            "4 no such object, 5 no library or root\n";
+            "\nExit codes:\n";
+    for (const auto& [code, meaning] : EXIT_CODES)
+    {
+        text << "  " << static_cast<int>(code) << "  " << meaning << '\n';
+    }
     return text.str();
 }
 

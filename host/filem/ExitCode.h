@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace zolhost::filem
 {
@@ -9,11 +10,27 @@ namespace zolhost::filem
 enum class ExitCode
 {
     Done = 0,
-    Failed = 1,  ///< refused or failed; of a preview: something would change
-    Usage = 2,   ///< nothing that can be asked for
-    Remains = 3, ///< committed, but something remains; of a preview: refused
+    Failed = 1,
+    Usage = 2,
+    Remains = 3,
     NoSuchObject = 4,
-    NoHost = 5 ///< no library or no root
+    NoHost = 5
+};
+
+struct ExitCodeMeaning
+{
+    ExitCode code;
+    std::string_view meaning;
+};
+
+/// For help and the manual.
+inline constexpr ExitCodeMeaning EXIT_CODES[] = {
+    {ExitCode::Done, "done; of a preview: nothing would change"},
+    {ExitCode::Failed, "refused or failed; of a preview: something would change"},
+    {ExitCode::Usage, "wrong use, or a name that can't be one"},
+    {ExitCode::Remains, "committed, but something remains; of a preview: it would be refused"},
+    {ExitCode::NoSuchObject, "no such object"},
+    {ExitCode::NoHost, "no library or no root"},
 };
 
 /// A command ends here; `what()` is for the operator, with no control bytes in it.

@@ -43,31 +43,6 @@ std::string withParameters(std::string_view name, std::string_view parameters)
     return std::string(name) + (parameters.empty() ? "" : " ") + std::string(parameters);
 }
 
-std::string typeName(const MoAttribute& attribute)
-{
-    std::string name;
-    switch (attribute.type)
-    {
-    case attrTypeInt:
-    case attrTypeUint:
-        name = "number";
-        break;
-    case attrTypeString:
-        name = "text";
-        break;
-    case attrTypeBool:
-        name = "true or false";
-        break;
-    case attrTypeReference:
-        name = "reference";
-        break;
-    case attrTypeStruct:
-        name = "struct";
-        break;
-    }
-    return attribute.isList ? "list of " + name : name;
-}
-
 void addAttributes(Glossary& glossary, std::span<const MoAttribute> attributes, const std::string& indent)
 {
     for (const auto& attribute : attributes)
@@ -82,20 +57,6 @@ void printSection(std::ostream& out, std::string_view head, const Glossary& glos
 {
     out << '\n' << head << ":\n";
     glossary.print(out);
-}
-
-const char* headOf(VerbKind kind)
-{
-    switch (kind)
-    {
-    case VerbKind::Read:
-        return "Looking";
-    case VerbKind::Change:
-        return "Changing";
-    case VerbKind::Session:
-        break;
-    }
-    return "In a session";
 }
 
 void printOverview(std::ostream& out)
@@ -177,6 +138,45 @@ private:
 };
 
 } // namespace
+
+std::string_view headOf(VerbKind kind)
+{
+    switch (kind)
+    {
+    case VerbKind::Read:
+        return "Looking";
+    case VerbKind::Change:
+        return "Changing";
+    case VerbKind::Session:
+        break;
+    }
+    return "In a session";
+}
+
+std::string typeName(const MoAttribute& attribute)
+{
+    std::string name;
+    switch (attribute.type)
+    {
+    case attrTypeInt:
+    case attrTypeUint:
+        name = "number";
+        break;
+    case attrTypeString:
+        name = "text";
+        break;
+    case attrTypeBool:
+        name = "true or false";
+        break;
+    case attrTypeReference:
+        name = "reference";
+        break;
+    case attrTypeStruct:
+        name = "struct";
+        break;
+    }
+    return attribute.isList ? "list of " + name : name;
+}
 
 void printHelp(std::ostream& out, const std::string& topic)
 {
