@@ -16,6 +16,7 @@
 #include "filem/verbs/Help.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <exception>
 #include <fcntl.h>
 #include <filesystem>
@@ -26,12 +27,23 @@
 #include <string_view>
 #include <system_error>
 #include <unistd.h>
+#include <zol/common/LoggingWrapper.h>
 
 namespace
 {
 
 using namespace zolhost::filem;
 namespace fs = std::filesystem;
+
+/// The component's log stands beside what filem says only if somebody wants it.
+void keepLogFromOperator()
+{
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): there is one thread yet
+    if (std::getenv("ZOL_LOG_LEVEL") == nullptr && std::getenv("ZOL_LOG_FILE") == nullptr)
+    {
+        Zol::LoggingWrapper::instance().set_level(0);
+    }
+}
 
 /// Absolute and without links, which the component would not follow where a path goes back by "..".
 std::string rootDirectory(const fs::path& root)
@@ -221,6 +233,7 @@ ExitCode run(const CommandLine& line)
                                  "the script " + printable(line.script->string()) + " can't be read");
         }
     }
+    keepLogFromOperator();
     const auto setup = setupOf(line);
     zolhost::Host host(setup);
     const std::string root = zolhost::rootDirectoryOf(host, setup.configuration);
