@@ -69,7 +69,7 @@ void refuseByCode(Operation operation, const std::string& dn, ZolReturnT code)
 {
     const std::string messages = messagesOfThread();
     throw Refusal(meansNoSuchObject(operation, code) ? Refusal::Kind::NoSuchObject : Refusal::Kind::Failed,
-                  dn, messages.empty() ? meaningOf(operation, code) : messages);
+                  dn, messages.empty() ? meaningOf(operation, code) : messages, messages.empty());
 }
 
 } // namespace zolhost

@@ -36,19 +36,6 @@ std::string whatIsWrongWith(const MoClass& moClass, std::string_view value)
     {
         return std::string(moClass.name) + " has no other value than " + std::string(moClass.onlyValue);
     }
-    // A component may try a comma for the substitute, which ends the value and begins something else.
-    if (const auto substitute = value.find(DistinguishedName::SUBSTITUTE);
-        substitute != std::string_view::npos)
-    {
-        const std::string_view before = value.substr(0, substitute);
-        if (before.empty() || before == "." || before == ".." ||
-            value.find('=', substitute) != std::string_view::npos)
-        {
-            return "the value " + quoted(value) +
-                   " could be taken for something else: " + quoted(DistinguishedName::SUBSTITUTE) +
-                   " may stand for a comma, which ends a value";
-        }
-    }
     return {};
 }
 
@@ -124,33 +111,6 @@ const MoClass& DistinguishedName::moClass() const
 std::string DistinguishedName::value() const
 {
     return isRoot() ? std::string(moClass().onlyValue) : _parts.back().value;
-}
-
-DistinguishedName DistinguishedName::parent() const
-{
-    DistinguishedName above = *this;
-    if (!isRoot())
-    {
-        above._parts.pop_back();
-    }
-    return above;
-}
-
-DistinguishedName DistinguishedName::as(std::string_view className) const
-{
-    DistinguishedName other = *this;
-    other._parts.back().moClass = findMoClass(className);
-    return other;
-}
-
-DistinguishedName DistinguishedName::cutAtSubstitutes() const
-{
-    DistinguishedName other = *this;
-    for (auto& part : other._parts)
-    {
-        part.value = part.value.substr(0, part.value.find(SUBSTITUTE));
-    }
-    return other;
 }
 
 } // namespace zolhost

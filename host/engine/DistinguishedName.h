@@ -16,9 +16,6 @@ class DistinguishedName
 public:
     static constexpr std::string_view ROOT = "ManagedElement=1,SystemFunctions=1,FileM=1";
 
-    /// What stands in a component's names for a character that no name can hold.
-    static constexpr std::string_view SUBSTITUTE = "?\?";
-
     /// The name of the root.
     DistinguishedName();
 
@@ -30,23 +27,19 @@ public:
     std::string value() const; ///< of the last part
     bool isRoot() const { return _parts.empty(); }
 
-    DistinguishedName parent() const; ///< of the root, the root
-    /// The same name with another class of its last part. Not for the root.
-    DistinguishedName as(std::string_view className) const;
-    /// The same name with every value ended where a substitute begins, as a comma in its place would end it.
-    DistinguishedName cutAtSubstitutes() const;
-
-private:
     struct Part
     {
         const MoClass* moClass;
         std::string value;
+        bool operator==(const Part&) const = default;
     };
+    const std::vector<Part>& parts() const { return _parts; } ///< below the root
 
+private:
     /// Takes "Class=value". `whole` is the text that it comes from, for a refusal.
     void append(std::string_view part, std::string_view whole);
 
-    std::vector<Part> _parts; ///< below the root
+    std::vector<Part> _parts;
 };
 
 } // namespace zolhost

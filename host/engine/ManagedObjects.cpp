@@ -43,21 +43,28 @@ ManagedObjects::ManagedObjects(const ZolOamSpiManagedObject_3& table, unsigned l
 std::vector<std::string> ManagedObjects::children(const std::string& parentDn,
                                                   const std::string& className) const
 {
+    std::vector<std::string> names;
+    eachChild(parentDn, className, [&](const char* value) {
+        names.emplace_back(value);
+        return true;
+    });
+    return names;
+}
+
+void ManagedObjects::eachChild(const std::string& parentDn, const std::string& className,
+                               const std::function<bool(const char* value)>& visit) const
+{
     unsigned long long iterator = 0;
     check(Operation::List, parentDn,
           _table.newMoIterator(_txHandle, parentDn.c_str(), className.c_str(), &iterator));
-    std::vector<std::string> names;
-    for (;;)
+    bool goesOn = true;
+    while (goesOn)
     {
-        char* name = nullptr;
-        check(Operation::List, parentDn, _table.nextMo(iterator, &name));
-        if (name == nullptr)
-        {
-            _table.finalizeMoIterator(iterator);
-            return names;
-        }
-        names.emplace_back(name);
+        char* value = nullptr;
+        check(Operation::List, parentDn, _table.nextMo(iterator, &value));
+        goesOn = value != nullptr && visit(value);
     }
+    _table.finalizeMoIterator(iterator);
 }
 
 unsigned long long ManagedObjects::countChildren(const std::string& dn, const std::string& className) const

@@ -3,6 +3,7 @@
 #include "engine/AttributeValue.h"
 #include "engine/CodeMeaning.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 #include <zol/spi/ZolOamSpiManagedObject_3.h>
@@ -20,6 +21,9 @@ public:
 
     /// RDN values of the children of that class, in the component's order.
     std::vector<std::string> children(const std::string& parentDn, const std::string& className) const;
+    /// The same, one at a time, until the function returns false.
+    void eachChild(const std::string& parentDn, const std::string& className,
+                   const std::function<bool(const char* value)>& visit) const;
     unsigned long long countChildren(const std::string& dn, const std::string& className) const;
     bool exists(const std::string& dn) const;
     AttributeValue attribute(const std::string& dn, const std::string& name) const;

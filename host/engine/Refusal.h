@@ -18,18 +18,22 @@ public:
         Failed        ///< the component or the host doesn't do it
     };
 
-    Refusal(Kind kind, std::string dn, const std::string& why)
+    Refusal(Kind kind, std::string dn, const std::string& why, bool isSilent = false)
         : std::runtime_error(why)
         , _kind(kind)
         , _dn(std::move(dn))
+        , _isSilent(isSilent)
     {}
 
     Kind kind() const { return _kind; }
     const std::string& dn() const { return _dn; } ///< empty if no object is concerned
+    /// The component gave a code and no word, so that `what()` is no more than the meaning of the code.
+    bool isSilent() const { return _isSilent; }
 
 private:
     Kind _kind;
     std::string _dn;
+    bool _isSilent;
 };
 
 } // namespace zolhost

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "filem/Commands.h"
+#include "filem/Verb.h"
 
 #include <filesystem>
-#include <iosfwd>
+#include <memory>
 #include <optional>
+#include <string>
 
 namespace zolhost::filem
 {
@@ -16,11 +17,23 @@ struct CommandLine
     std::optional<std::filesystem::path> config;
     std::optional<std::filesystem::path> library;
     std::optional<std::filesystem::path> policies;
+    std::optional<std::filesystem::path> audit;
     std::optional<std::filesystem::path> script;
+    std::optional<std::string> commands; ///< of -c
+    bool keepsGoing = false;
+    bool noPager = false;
+    bool isPlain = false;
+    bool wantsHelp = false;
     Words command; ///< with its arguments; empty if there is none
 };
 
-/// Nothing if help was asked for, which is then printed. Throws CommandFailure.
-std::optional<CommandLine> parseCommandLine(int argc, const char* const* argv, std::ostream& out);
+/// Throws CommandFailure.
+CommandLine parseCommandLine(int argc, const char* const* argv);
+
+/// The parser of the options in front of a command, bound to `line`. Help and the manual come from it.
+std::unique_ptr<CLI::App> globalParser(CommandLine& line);
+
+/// What --help prints.
+std::string helpText();
 
 } // namespace zolhost::filem

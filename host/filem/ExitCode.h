@@ -9,8 +9,9 @@ namespace zolhost::filem
 enum class ExitCode
 {
     Done = 0,
-    Failed = 1, ///< refused or failed
-    Usage = 2,  ///< nothing that can be asked for
+    Failed = 1,  ///< refused or failed; of a preview: something would change
+    Usage = 2,   ///< nothing that can be asked for
+    Remains = 3, ///< committed, but something remains; of a preview: refused
     NoSuchObject = 4,
     NoHost = 5 ///< no library or no root
 };

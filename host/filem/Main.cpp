@@ -2,15 +2,28 @@
 #include "engine/Host.h"
 #include "engine/HostFailure.h"
 #include "engine/PolicyModel.h"
+#include "engine/RootDirectory.h"
 #include "filem/CommandLine.h"
-#include "filem/PrintableText.h"
 #include "filem/Script.h"
 #include "filem/Session.h"
+#include "filem/output/Interrupt.h"
+#include "filem/output/Pager.h"
+#include "filem/output/PrintableText.h"
+#include "filem/output/Quoting.h"
+#include "filem/output/Terminal.h"
+#include "filem/shell/Candidates.h"
+#include "filem/shell/Shell.h"
+#include "filem/verbs/Help.h"
 
+#include <algorithm>
 #include <exception>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
+#include <sstream>
+#include <string_view>
 #include <system_error>
 #include <unistd.h>
 
@@ -76,18 +89,128 @@ zolhost::Host::Setup setupOf(const CommandLine& line)
     return setup;
 }
 
-ExitCode runOne(Session& session, const Words& words)
+/// Wrong use needs no host to be told, nor does help. Nothing if the command is to be run.
+std::optional<ExitCode> answerWithoutHost(const CommandLine& line)
 {
-    const ExitCode code = session.run(words);
-    if (session.hasChanges())
+    if (line.wantsHelp)
     {
-        session.run({"commit"});
+        std::cout << helpText();
+        return ExitCode::Done;
     }
-    return code;
+    if (line.command.empty())
+    {
+        return std::nullopt;
+    }
+    const VerbDescription* const verb = findVerb(line.command.front());
+    if (verb == nullptr)
+    {
+        throw CommandFailure(ExitCode::Usage,
+                             "there is no command " + printable(line.command.front()) + ", see filem --help");
+    }
+    if (parseArguments(*verb, *verb->make(), {line.command.begin() + 1, line.command.end()}, std::cout))
+    {
+        return ExitCode::Done;
+    }
+    if (verb->name == "help")
+    {
+        printHelp(std::cout, line.command.size() > 1 ? line.command[1] : "");
+        return ExitCode::Done;
+    }
+    if (verb->kind == VerbKind::Session)
+    {
+        throw CommandFailure(ExitCode::Usage, std::string(verb->name) + " makes sense in a session only");
+    }
+    return std::nullopt;
+}
+
+bool isPaged(const CommandLine& line)
+{
+    const bool isReading = !line.command.empty() && findVerb(line.command.front())->kind == VerbKind::Read;
+    return isReading && !line.noPager && !line.isPlain && terminal::isTerminal(STDOUT_FILENO);
+}
+
+Session::Surroundings surroundingsOf(const CommandLine& line)
+{
+    Session::Surroundings surroundings;
+    surroundings.canAsk = terminal::isTerminal(STDIN_FILENO) && terminal::isTerminal(STDERR_FILENO);
+    surroundings.showsProgress = terminal::isTerminal(STDERR_FILENO) && !line.isPlain;
+    surroundings.hasColours = terminal::takesColours(STDOUT_FILENO) && !line.isPlain;
+    surroundings.audit = line.audit;
+    return surroundings;
+}
+
+ExitCode runCommand(zolhost::Host& host, const std::string& root, const CommandLine& line)
+{
+    const auto surroundings = surroundingsOf(line);
+    if (!isPaged(line))
+    {
+        Session session(host, root, surroundings, std::cout, std::cerr);
+        return session.run(line.command);
+    }
+    const auto [rows, columns] = terminal::sizeOf(STDOUT_FILENO);
+    Pager pager(std::cout, rows, columns);
+    std::ostream out(&pager);
+    Session session(host, root, surroundings, out, std::cerr);
+    try
+    {
+        return session.run(line.command);
+    }
+    catch (const Interrupted&)
+    {
+        // the operator has left the pager
+        return ExitCode::Done;
+    }
+}
+
+ExitCode runText(zolhost::Host& host, const std::string& root, const CommandLine& line, std::istream& text)
+{
+    auto surroundings = surroundingsOf(line);
+    surroundings.mode = Session::Mode::Script;
+    surroundings.canAsk = false;
+    Session session(host, root, surroundings, std::cout, std::cerr);
+    return runScript(session, text, line.keepsGoing);
+}
+
+constexpr std::string_view COMPLETE = "__complete";
+
+/// The hidden command that completions of other shells call: __complete -- WORD...
+bool isToBeCompleted(const CommandLine& line)
+{
+    return line.command.size() > 2 && line.command[0] == COMPLETE && line.command[1] == "--";
+}
+
+/// What the last word can become, one a line.
+void printCandidates(const CommandLine& line)
+{
+    std::optional<zolhost::Host> host;
+    std::optional<Session> session;
+    const auto openSession = [&]() -> Session& {
+        const auto setup = setupOf(line);
+        host.emplace(setup);
+        const std::string root = zolhost::rootDirectoryOf(*host, setup.configuration);
+        return session.emplace(*host, root, Session::Surroundings(), std::cout, std::cerr);
+    };
+    const Words words(line.command.begin() + 2, line.command.end());
+    auto candidates = candidatesFor(words, CommandKind::Alone, openSession);
+    candidates.sort();
+    for (const auto& candidate : candidates.list)
+    {
+        const bool isPrintable = printable(candidate.word) == candidate.word;
+        std::cout << (isPrintable ? candidate.word : shellQuoted(candidate.word)) << '\n';
+    }
 }
 
 ExitCode run(const CommandLine& line)
 {
+    if (isToBeCompleted(line))
+    {
+        printCandidates(line);
+        return ExitCode::Done;
+    }
+    if (const auto code = answerWithoutHost(line))
+    {
+        return *code;
+    }
     std::ifstream file;
     if (line.script)
     {
@@ -98,40 +221,30 @@ ExitCode run(const CommandLine& line)
                                  "the script " + printable(line.script->string()) + " can't be read");
         }
     }
+    const auto setup = setupOf(line);
+    zolhost::Host host(setup);
+    const std::string root = zolhost::rootDirectoryOf(host, setup.configuration);
     if (!line.command.empty())
     {
-        const Command& command = commandOf(line.command);
-        if (command.needsSession)
-        {
-            throw CommandFailure(ExitCode::Usage,
-                                 std::string(command.name) + " makes sense in a script only");
-        }
-        if (command.name == "help")
-        {
-            printHelp(std::cout, {line.command.begin() + 1, line.command.end()});
-            return ExitCode::Done;
-        }
+        return runCommand(host, root, line);
     }
-
-    zolhost::Host host(setupOf(line));
-    Session session(host, std::cout, std::cerr);
-    if (!line.command.empty())
+    if (line.commands)
     {
-        return runOne(session, line.command);
+        std::istringstream commands(*line.commands);
+        return runText(host, root, line, commands);
     }
     if (line.script)
     {
-        runScript(session, file, std::cerr);
+        return runText(host, root, line, file);
     }
-    else if (isatty(STDIN_FILENO) != 0)
+    if (terminal::isTerminal(STDIN_FILENO))
     {
-        runTerminal(session, std::cin, std::cerr);
+        auto surroundings = surroundingsOf(line);
+        surroundings.mode = Session::Mode::Shell;
+        Shell shell(host, root, surroundings, !line.noPager && !line.isPlain);
+        return shell.run();
     }
-    else
-    {
-        runScript(session, std::cin, std::cerr);
-    }
-    return ExitCode::Done;
+    return runText(host, root, line, std::cin);
 }
 
 int report(ExitCode code, const std::string& text)
@@ -141,17 +254,11 @@ int report(ExitCode code, const std::string& text)
     return static_cast<int>(code);
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int runProgram(int argc, char** argv)
 {
     try
     {
-        ExitCode code = ExitCode::Done;
-        if (const auto line = parseCommandLine(argc, argv, std::cout))
-        {
-            code = run(*line);
-        }
+        const ExitCode code = run(parseCommandLine(argc, argv));
         if (!std::cout.flush())
         {
             return report(ExitCode::Failed, "standard output can't be written");
@@ -170,4 +277,32 @@ int main(int argc, char** argv)
     {
         return report(ExitCode::Failed, printable(failure.what()));
     }
+}
+
+/// Also if the rest can't be understood.
+bool asksForCompletion(const Words& arguments)
+{
+    const auto complete = std::ranges::find(arguments, COMPLETE);
+    return complete != arguments.end() && std::none_of(arguments.begin(), complete, findVerb);
+}
+
+/// Whoever types a line wants no failures in it.
+void silenceErrors()
+{
+    const int silence = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup2(silence, STDERR_FILENO);
+    close(silence);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (!asksForCompletion(Words(argv + std::min(argc, 1), argv + argc)))
+    {
+        return runProgram(argc, argv);
+    }
+    silenceErrors();
+    runProgram(argc, argv);
+    return static_cast<int>(ExitCode::Done);
 }

@@ -1,10 +1,10 @@
 #include "filem/Script.h"
 
-#include "filem/Tokenizer.h"
+#include "filem/Interpreter.h"
 
 #include <istream>
-#include <ostream>
 #include <string>
+#include <string_view>
 
 namespace zolhost::filem
 {
@@ -12,79 +12,71 @@ namespace zolhost::filem
 namespace
 {
 
-void runLine(Session& session, const std::string& line)
+class Runner
 {
-    Words words;
-    try
-    {
-        words = tokenize(line);
-    }
-    catch (const BadLine& bad)
-    {
-        throw CommandFailure(ExitCode::Usage, bad.what());
-    }
-    if (!words.empty())
-    {
-        session.run(words);
-    }
-}
+public:
+    Runner(Session& session, bool keepsGoing)
+        : _session(session)
+        , _keepsGoing(keepsGoing)
+    {}
 
-void endSession(Session& session, std::ostream& err)
-{
-    if (session.hasChanges())
+    void runNumbered(std::string_view line, std::size_t number)
     {
-        err << "filem: no commit: what was asked for since the last one is forgotten\n";
+        const bool mayFail = line.starts_with('-');
+        if (mayFail)
+        {
+            line.remove_prefix(1);
+        }
+        try
+        {
+            _code = runLine(_session, line);
+        }
+        catch (const CommandFailure& failure)
+        {
+            const std::string text = "line " + std::to_string(number) + ": " + failure.what();
+            if (!mayFail && !_keepsGoing)
+            {
+                _session.abort();
+                throw CommandFailure(failure.code(), text);
+            }
+            _session.warn(text);
+            if (!mayFail && _firstFailure == ExitCode::Done)
+            {
+                _firstFailure = failure.code();
+            }
+        }
     }
-    session.abort();
-}
+
+    ExitCode code() const { return _firstFailure == ExitCode::Done ? _code : _firstFailure; }
+
+private:
+    Session& _session;
+    bool _keepsGoing;
+    ExitCode _code = ExitCode::Done;
+    ExitCode _firstFailure = ExitCode::Done; // Done: there was none
+};
 
 } // namespace
 
-void runScript(Session& session, std::istream& text, std::ostream& err)
+ExitCode runScript(Session& session, std::istream& text, bool keepsGoing)
 {
+    Runner runner(session, keepsGoing);
     std::string line;
     for (std::size_t number = 1; !session.isOver() && std::getline(text, line); ++number)
     {
-        try
-        {
-            runLine(session, line);
-        }
-        catch (const CommandFailure& failure)
-        {
-            session.abort();
-            throw CommandFailure(failure.code(), "line " + std::to_string(number) + ": " + failure.what());
-        }
+        runner.runNumbered(line, number);
     }
     if (text.bad())
     {
+        session.abort();
         throw CommandFailure(ExitCode::Failed, "the script can't be read to its end");
     }
-    endSession(session, err);
-}
-
-void runTerminal(Session& session, std::istream& text, std::ostream& err)
-{
-    constexpr const char* PROMPT = "filem> ";
-    std::string line;
-    while (!session.isOver())
+    if (session.hasStaged())
     {
-        session.out().flush();
-        err << PROMPT << std::flush;
-        if (!std::getline(text, line))
-        {
-            err << '\n';
-            break;
-        }
-        try
-        {
-            runLine(session, line);
-        }
-        catch (const CommandFailure& failure)
-        {
-            err << "filem: " << failure.what() << '\n';
-        }
+        session.abort();
+        throw CommandFailure(ExitCode::Failed, "no commit: what is staged is dropped");
     }
-    endSession(session, err);
+    return runner.code();
 }
 
 } // namespace zolhost::filem

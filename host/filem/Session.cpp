@@ -2,8 +2,11 @@
 
 #include "engine/Refusal.h"
 #include "engine/ThreadContext.h"
-#include "filem/PrintableText.h"
+#include "filem/output/CommitSignals.h"
+#include "filem/output/Interrupt.h"
+#include "filem/output/PrintableText.h"
 
+#include <algorithm>
 #include <ostream>
 #include <utility>
 
@@ -27,67 +30,168 @@ ExitCode exitCodeOf(Refusal::Kind kind)
     return ExitCode::Failed;
 }
 
-CommandFailure failureOf(const Command& command, const Refusal& refusal)
+CommandFailure failureOf(const VerbDescription& verb, const Refusal& refusal)
 {
     const std::string where = refusal.dn().empty() ? "" : ", on " + printable(refusal.dn());
     return {exitCodeOf(refusal.kind()),
-            "can't " + std::string(command.name) + where + ": " + printable(refusal.what())};
+            "can't " + std::string(verb.name) + where + ": " + printable(refusal.what())};
 }
 
 } // namespace
 
-Session::Session(Host& host, std::ostream& out, std::ostream& err)
+Session::Session(Host& host, std::string rootDirectory, Surroundings surroundings, std::ostream& out,
+                 std::ostream& err)
     : _host(host)
-    , _out(out)
+    , _surroundings(std::move(surroundings))
+    , _out(&out)
     , _err(err)
+    , _colours(_surroundings.hasColours)
+    , _audit(_surroundings.audit, rootDirectory)
+    , _here(std::move(rootDirectory))
 {}
+
+Session::~Session()
+{
+    try
+    {
+        abort();
+    }
+    catch (const CommandFailure& failure)
+    {
+        warn(failure.what());
+    }
+}
 
 ExitCode Session::run(const Words& words)
 {
-    const Command& command = commandOf(words);
+    const VerbDescription* const verb = findVerb(words.front());
+    if (verb == nullptr)
+    {
+        throw CommandFailure(ExitCode::Usage,
+                             "there is no command " + printable(words.front()) + ", see help");
+    }
     try
     {
-        const ExitCode code = command.run(*this, {words.begin() + 1, words.end()});
+        const ExitCode code = runVerb(*verb, {words.begin() + 1, words.end()});
         showMessages();
-        _hasChanges = _hasChanges || command.changesTree;
+        renewReads();
         return code;
     }
     catch (const Refusal& refusal)
     {
-        throw failureOf(command, refusal);
+        throw failureOf(*verb, refusal);
     }
 }
 
-ManagedObjects Session::objects()
+ExitCode Session::runVerb(const VerbDescription& description, const Words& arguments)
+{
+    const auto verb = description.make();
+    if (parseArguments(description, *verb, arguments, out()))
+    {
+        return ExitCode::Done;
+    }
+    return verb->run(*this);
+}
+
+void Session::check() const
+{
+    interrupt::check();
+    if (!out())
+    {
+        throw CommandFailure(ExitCode::Failed, "standard output can't be written");
+    }
+}
+
+void Session::warn(const std::string& text) const
+{
+    out().flush();
+    _err << "filem: " << text << '\n' << std::flush;
+}
+
+Place Session::place(const std::string& text, PlaceFinder::Wanted wanted)
+{
+    return PlaceFinder(rootDirectory(), plan()).find(text, _here, wanted);
+}
+
+StagedTransaction& Session::transaction()
 {
     if (_transaction == nullptr)
     {
-        _transaction = _host.begin();
+        _transaction = std::make_unique<StagedTransaction>(_host, _holdings);
     }
-    return _host.objects(*_transaction);
+    return *_transaction;
 }
 
-void Session::commit()
+/// A component keeps what it gave to a transaction until the transaction ends.
+void Session::renewReads()
 {
-    _hasChanges = false;
-    if (const auto transaction = std::exchange(_transaction, nullptr))
+    if (!hasStaged())
     {
-        transaction->commit();
+        _transaction.reset();
     }
 }
 
-void Session::abort()
+void Session::stage(const std::vector<Request>& requests, const Safeguards& safeguards)
 {
-    _hasChanges = false;
-    _transaction.reset();
+    auto progress = this->progress("staging");
+    const std::size_t before = transaction().requests().size();
+    try
+    {
+        std::size_t done = 0;
+        for (const auto& request : requests)
+        {
+            const auto staged = _transaction->stage(request, safeguards, progress.function());
+            if (staged.matchedAll)
+            {
+                warn("the expression matches every file of " + printable(request.place.dn()));
+            }
+            progress.at(++done);
+        }
+    }
+    catch (const std::exception&)
+    {
+        _transaction->takeBackTo(before);
+        throw;
+    }
+}
+
+StagedTransaction::Outcome Session::commit(const std::string& comment)
+{
+    auto progress = this->progress("commit");
+    progress.mustNotStop();
+    const CommitSignals signals;
+    // from here on nothing gives up on it
+    interrupt::check();
+    const auto transaction = std::move(_transaction);
+    auto outcome = transaction->commit(progress.function());
+    progress.clear();
+    if (!outcome.failure.empty())
+    {
+        _dropped = transaction->requests();
+    }
+    _audit.append(transaction->requests(), outcome, comment);
+    return outcome;
+}
+
+void Session::abort(bool isDryRun)
+{
+    const auto transaction = std::move(_transaction);
+    if (transaction != nullptr && !transaction->requests().empty())
+    {
+        if (!isDryRun)
+        {
+            _dropped = transaction->requests();
+        }
+        _audit.append(transaction->requests(), isDryRun ? "dry run" : "aborted");
+    }
 }
 
 /// What the component had to say although it did what was asked.
-void Session::showMessages()
+void Session::showMessages() const
 {
     for (const auto& message : ThreadContext::take())
     {
-        _err << "filem: " << printable(message) << '\n';
+        warn(printable(message));
     }
 }
 

@@ -39,13 +39,13 @@ TEST_F(CommandLineTest, TakesARootRelativeToTheWorkingDirectoryAndThroughLinks)
     tree.directory("a b & <c>/found");
     tree.directory("other/deeper");
     tree.link("link", tree.path("other/deeper"));
-    const Outcome found = {0, "FileMConfigData=1\nFileGroup=found\n", ""};
+    const Outcome found = {0, "FileMConfigData=1\nfound/\n", ""};
     ProcessSurroundings surroundings;
     surroundings.directory = tree.path();
     EXPECT_EQ(run({"--root", "a b & <c>", "ls"}, surroundings), found);
     EXPECT_EQ(run({"--root", "a b & <c>/", "ls"}, surroundings), found);
     EXPECT_EQ(run({"--root", "link/..", "ls"}, surroundings),
-              (Outcome{0, "FileMConfigData=1\nFileGroup=deeper\n", ""}));
+              (Outcome{0, "FileMConfigData=1\ndeeper/\n", ""}));
 }
 
 TEST_F(CommandLineTest, TakesAConfigurationDocument)
@@ -56,7 +56,7 @@ TEST_F(CommandLineTest, TakesAConfigurationDocument)
     ProcessSurroundings surroundings;
     surroundings.directory = tree.path();
     EXPECT_EQ(run({"--config", "<config>", "ls"}, surroundings),
-              (Outcome{0, "FileMConfigData=1\nFileGroup=found\n", ""}));
+              (Outcome{0, "FileMConfigData=1\nfound/\n", ""}));
     EXPECT_EQ(run({"--config", "bad", "ls"}, surroundings),
               (Outcome{5, "", "filem: the component can't read its configuration\n"}));
     EXPECT_EQ(run({"--config", "missing", "ls"}, surroundings),
@@ -70,9 +70,15 @@ TEST_F(CommandLineTest, LetsTheExternalCommandNameTheRootIfNothingElseDoes)
     tree.chmod("bin/zolea", 0755);
     ProcessSurroundings surroundings;
     surroundings.environment = {{"PATH", tree.path("bin") + ":/usr/bin:/bin"}};
-    EXPECT_EQ(run({"ls"}, surroundings), (Outcome{0, "FileMConfigData=1\nFileGroup=found\n", ""}));
+    EXPECT_EQ(run({"ls"}, surroundings), (Outcome{0, "FileMConfigData=1\nfound/\n", ""}));
     EXPECT_EQ(run({"stat", "FileMConfigData=1"}, surroundings),
-              (Outcome{0, "fileMConfigDataId: 1\ninternalRoot: " + tree.path("tree") + "\n", ""}));
+              (Outcome{0,
+                       "dn: " + root + ",FileMConfigData=1\nfileMConfigDataId: 1\ninternalRoot: " +
+                           tree.path("tree") + "\n",
+                       ""}));
+    tree.directory("tree/found/below");
+    EXPECT_EQ(run({"rmdir", "found/below"}, surroundings), (Outcome{0, "", ""})) << "the host knows it too";
+    EXPECT_FALSE(tree.exists("tree/found/below"));
 
     tree.file("bin/zolea", "#!/bin/sh\necho /there/is/no/such/root\n");
     EXPECT_EQ(run({"ls"}, surroundings),
@@ -96,11 +102,8 @@ TEST_F(CommandLineTest, TakesPoliciesThatReserveDirectories)
     tree.directory("logs");
     const std::string model =
         other.file("model.json", R"({"FileGroupPolicy": [{"id": "1", "fileGroup": ["FileGroup=logs"]}]})");
-    EXPECT_EQ(run({"--root", tree.path(), "--policies", model, "stat", "FileGroup=logs"}),
-              (Outcome{0,
-                       "fileGroupId: logs\ninternalHousekeeping: false\nreservedByPolicy: " + root +
-                           ",FileGroupPolicy=1\nfiles:\n",
-                       ""}));
+    EXPECT_EQ(run({"--root", tree.path(), "--policies", model, "get", "logs", "reservedByPolicy"}),
+              (Outcome{0, "reservedByPolicy: " + root + ",FileGroupPolicy=1\n", ""}));
     EXPECT_EQ(run({"--root", tree.path(), "--policies", other.file("bad.json", "[]"), "ls"}),
               (Outcome{2, "",
                        "filem: the policies " + other.path("bad.json") +
@@ -112,16 +115,20 @@ TEST_F(CommandLineTest, TakesPoliciesThatReserveDirectories)
 
 TEST_F(CommandLineTest, IsRefusedWhereItMakesNoSense)
 {
-    EXPECT_EQ(filem({"list"}), (Outcome{2, "", "filem: there is no command list, see help\n"}));
-    EXPECT_EQ(filem({"stat"}), (Outcome{2, "", "filem: usage: stat DN\n"}));
-    EXPECT_EQ(filem({"stat", "a", "b"}), (Outcome{2, "", "filem: usage: stat DN\n"}));
-    EXPECT_EQ(filem({"commit"}), (Outcome{2, "", "filem: commit makes sense in a script only\n"}));
+    EXPECT_EQ(filem({"list"}), (Outcome{2, "", "filem: there is no command list, see filem --help\n"}));
+    EXPECT_EQ(filem({"stat"}), (Outcome{2, "", "filem: stat: PLACE is required, see filem stat --help\n"}));
+    EXPECT_EQ(filem({"get", "a"}).exitCode, 2);
+    EXPECT_EQ(filem({"pwd", "a"}).exitCode, 2);
+    EXPECT_EQ(filem({"ls", "--wrong"}).exitCode, 2);
+    EXPECT_EQ(filem({"commit"}), (Outcome{2, "", "filem: commit makes sense in a session only\n"}));
     EXPECT_EQ(filem({"--wrong", "ls"}),
               (Outcome{2, "", "filem: there is no option --wrong, see filem --help\n"}));
     EXPECT_EQ(filem({"--script", tree.path("missing")}),
               (Outcome{2, "", "filem: the script " + tree.path("missing") + " can't be read\n"}));
     EXPECT_EQ(filem({"--script", tree.path()}),
               (Outcome{1, "", "filem: the script can't be read to its end\n"}));
+    EXPECT_EQ(filem({"-c", "ls", "ls"}).exitCode, 2);
+    EXPECT_EQ(filem({"-c", "ls", "--script", "x"}).exitCode, 2);
     EXPECT_EQ(filem({"--script", tree.path(), "ls"}),
               (Outcome{2, "", "filem: there is a command beside the script, see filem --help\n"}));
     EXPECT_EQ(filem({"--config", tree.path(), "ls"}).exitCode, 2) << "beside a root";
@@ -134,10 +141,14 @@ TEST_F(CommandLineTest, ExplainsItselfWithoutAHost)
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_EQ(help.err, "");
     EXPECT_THAT(help.out, HasSubstr("--root DIR"));
-    EXPECT_THAT(help.out, HasSubstr("remove-file DN REGEX"));
+    EXPECT_THAT(help.out, HasSubstr("\n  rmtree "));
     EXPECT_THAT(help.out, HasSubstr("Exit codes: 0 done, 1 refused or failed, 2 wrong use"));
-    EXPECT_EQ(run({"help", "ls"}),
-              (Outcome{0, "ls [DN]\n  lists the children of an object, of the root without DN\n", ""}));
+    const Outcome ofVerb = run({"ls", "--help"});
+    EXPECT_EQ(ofVerb.exitCode, 0);
+    EXPECT_THAT(ofVerb.out, HasSubstr("lists directories and files"));
+    EXPECT_EQ(run({"help", "ls"}), ofVerb);
+    EXPECT_THAT(run({"help"}).out, HasSubstr("FileInformation"));
+    EXPECT_EQ(run({"help", "nonsense"}), (Outcome{2, "", "filem: there is no command or class nonsense\n"}));
 }
 
 TEST_F(CommandLineTest, FailsIfItsOutputCanNotBeWritten)

@@ -1,5 +1,7 @@
 #include "Filem.h"
 
+#include "filem/output/Quoting.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -11,6 +13,7 @@ namespace
 {
 
 namespace fs = std::filesystem;
+using zolhost::filem::shellQuoted;
 
 using Texts = std::vector<std::string>;
 
@@ -160,15 +163,22 @@ protected:
             const std::string name = entry.path().filename();
             if (entry.is_symlink() ? leadsToADirectory(entry.path()) : entry.is_directory())
             {
-                directories.push_back("FileGroup=" + asDirectory(name));
+                directories.push_back(asDirectory(name) + (entry.is_symlink() ? "@" : ""));
             }
             else if (!entry.is_symlink() && entry.is_regular_file())
             {
-                files.push_back("FileInformation=" + asFile(name));
+                files.push_back(asFile(name));
             }
         }
         std::ranges::sort(directories);
+        for (auto& value : directories)
+        {
+            const bool isLink = value.ends_with('@');
+            value = isLink ? shellQuoted(value.substr(0, value.size() - 1) + "/") + "  @"
+                           : shellQuoted(value + "/");
+        }
         std::ranges::sort(files);
+        std::ranges::transform(files, files.begin(), [](const auto& value) { return shellQuoted(value); });
         directories.insert(directories.end(), files.begin(), files.end());
         return directories;
     }
@@ -179,52 +189,32 @@ protected:
         return std::any_of(begin(entries), end(entries), [](const auto& entry) { return !entry.exists(); });
     }
 
-    /// The table of the files, links to files included, each as stat shows it.
-    Texts fileTable(const std::string& directory) const
+    /// The files, links to files included, as the attribute shows them.
+    Texts fileList(const std::string& directory) const
     {
-        struct Row
-        {
-            std::string size;
-            std::string type;
-            std::string time;
-        };
-        std::map<std::string, Row> rows;
-        std::size_t nameWidth = 4;
-        std::size_t sizeWidth = 4;
-        std::size_t typeWidth = 4;
+        std::map<std::string, std::string> rows;
         for (const auto& entry : fs::directory_iterator(tree.path(directory)))
         {
-            if (!entry.is_regular_file())
+            if (entry.is_regular_file())
             {
-                continue;
+                const std::string name = entry.path().filename();
+                const auto dot = name.rfind('.');
+                rows[name] = "files: {fileName: " + name +
+                             ", modificationTime: " + timeOf((fs::path(directory) / name).string()) +
+                             ", fileType: " + (dot == std::string::npos ? "" : name.substr(dot + 1)) +
+                             ", size: " + std::to_string(entry.file_size()) + "}";
             }
-            const std::string name = entry.path().filename();
-            const auto dot = name.rfind('.');
-            const Row row = {std::to_string(entry.file_size()),
-                             dot == std::string::npos ? "" : name.substr(dot + 1),
-                             timeOf((fs::path(directory) / name).string())};
-            nameWidth = std::max(nameWidth, name.size());
-            sizeWidth = std::max(sizeWidth, row.size.size());
-            typeWidth = std::max(typeWidth, row.type.size());
-            rows[name] = row;
         }
-        const auto pad = [](const std::string& text, std::size_t width) {
-            return std::string(width - text.size(), ' ');
-        };
-        const auto line = [&](const std::string& name, const Row& row) {
-            return name + pad(name, nameWidth) + "  " + pad(row.size, sizeWidth) + row.size + "  " +
-                   row.type + pad(row.type, typeWidth) + "  " + row.time;
-        };
-        Texts table;
+        if (rows.empty())
+        {
+            return {"files:"};
+        }
+        Texts list;
         for (const auto& [name, row] : rows)
         {
-            table.push_back(line(name, row));
+            list.push_back(row);
         }
-        if (!table.empty())
-        {
-            table.insert(table.begin(), line("NAME", {"SIZE", "TYPE", "TIME"}));
-        }
-        return table;
+        return list;
     }
 };
 
@@ -234,13 +224,12 @@ TEST_F(RealTreeTest, IsShownAsTheDiskHasIt)
 {
     std::string commands = "ls\n";
     Texts expected = listed("");
-    std::erase_if(expected, [](const std::string& line) { return line.starts_with("FileInformation="); });
     expected.insert(expected.begin(), "FileMConfigData=1");
     std::size_t shown = 0;
     for (const auto& directory : directoriesBelow(tree.path()))
     {
         const std::string dn = dnOf(directory);
-        if (dn.find("?\?") != std::string::npos)
+        if (directory.find(',') != std::string::npos)
         {
             continue; // such a name is listed, but nothing below it
         }
@@ -249,8 +238,8 @@ TEST_F(RealTreeTest, IsShownAsTheDiskHasIt)
         std::ranges::copy(listed(directory), std::back_inserter(expected));
         if (!hasALinkToNowhere(directory))
         {
-            commands += "files " + inQuotes(dn) + "\n";
-            std::ranges::copy(fileTable(directory), std::back_inserter(expected));
+            commands += "get " + inQuotes(dn) + " files\n";
+            std::ranges::copy(fileList(directory), std::back_inserter(expected));
         }
     }
     EXPECT_GE(shown, FEW_DIRECTORIES);
@@ -264,7 +253,7 @@ TEST_F(RealTreeTest, IsShownAsTheDiskHasIt)
               actualLine == actual.end() ? "the end" : *actualLine);
 }
 
-TEST_F(RealTreeTest, HasNoTableOfFilesWhereALinkLeadsNowhere)
+TEST_F(RealTreeTest, HasNoListOfFilesWhereALinkLeadsNowhere)
 {
     tree.link("odd/nowhere/link", "missing");
     Texts dangling;
@@ -278,9 +267,9 @@ TEST_F(RealTreeTest, HasNoTableOfFilesWhereALinkLeadsNowhere)
     ASSERT_FALSE(dangling.empty());
     for (const auto& directory : dangling)
     {
-        EXPECT_EQ(filem({"files", dnOf(directory)}),
+        EXPECT_EQ(filem({"get", dnOf(directory), "files"}),
                   (Outcome{1, "",
-                           failure("files", root + "," + dnOf(directory),
+                           failure("get", root + "," + dnOf(directory),
                                    "the directory can't be read, or a link in it leads nowhere")}));
     }
 }

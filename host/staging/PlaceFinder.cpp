@@ -1,0 +1,182 @@
+#include "staging/PlaceFinder.h"
+
+#include "engine/DistinguishedName.h"
+#include "engine/NameForms.h"
+#include "engine/Refusal.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <sys/stat.h>
+#include <utility>
+
+namespace zolhost
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void refuse(std::string_view name, const std::string& why)
+{
+    throw Refusal(Refusal::Kind::BadName, std::string(name), why);
+}
+
+bool isThere(const std::string& path)
+{
+    struct stat status = {};
+    return lstat(path.c_str(), &status) == 0;
+}
+
+bool leadsToDirectory(const std::string& path)
+{
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+/// Names in the directory that are shown as this value.
+std::vector<std::string> namesShownAs(std::string_view value, const std::string& directory, bool isDirectory)
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(directory, error), end; !error && entry != end; entry.increment(error))
+    {
+        std::string name = entry->path().filename().string();
+        const std::string shown = isDirectory ? fileGroupValueOf(name) : fileInformationValueOf(name);
+        if (shown == value && leadsToDirectory(entry->path().string()) == isDirectory)
+        {
+            names.push_back(std::move(name));
+        }
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+} // namespace
+
+bool isDn(std::string_view text)
+{
+    const auto equals = text.find('=');
+    return equals != std::string_view::npos &&
+           (text.starts_with("ManagedElement=") || findMoClass(text.substr(0, equals)) != nullptr);
+}
+
+PlaceFinder::PlaceFinder(std::string rootDirectory, const Plan& plan)
+    : _rootDirectory(std::move(rootDirectory))
+    , _plan(plan)
+{}
+
+Place PlaceFinder::find(std::string_view text, const Place& from, Wanted wanted) const
+{
+    return isDn(text) ? findDn(text) : findPath(text, from, wanted);
+}
+
+bool PlaceFinder::isDirectory(const Place& place) const
+{
+    return place.isDirectory() &&
+           (leadsToDirectory(place.path()) || _plan.madeDirectories().contains(place.path()));
+}
+
+Place PlaceFinder::findDn(std::string_view text) const
+{
+    const auto dn = DistinguishedName::parse(text);
+    Place place(_rootDirectory);
+    for (const auto& part : dn.parts())
+    {
+        if (part.moClass->name == "FileMConfigData")
+        {
+            return place.configuration();
+        }
+        const bool isFile = part.moClass->name == "FileInformation";
+        place = below(place, part.value, isFile ? Wanted::File : Wanted::Directory, text);
+    }
+    return place;
+}
+
+Place PlaceFinder::findPath(std::string_view text, const Place& from, Wanted wanted) const
+{
+    if (text.empty())
+    {
+        refuse(text, "the name is empty");
+    }
+    if (text.find('\0') != std::string_view::npos)
+    {
+        refuse(text, "a name must not hold a zero byte");
+    }
+    Place place = text.starts_with('/') ? Place(_rootDirectory) : from;
+    std::string_view rest = text;
+    while (!rest.empty())
+    {
+        const auto slash = std::min(rest.find('/'), rest.size());
+        const std::string_view value = rest.substr(0, slash);
+        const bool isLast = slash == rest.size();
+        rest.remove_prefix(isLast ? slash : slash + 1);
+        if (value == "..")
+        {
+            if (place.isRoot())
+            {
+                refuse(text, "it would leave the tree");
+            }
+            place = place.parent();
+        }
+        else if (!value.empty() && value != ".")
+        {
+            place = below(place, value, isLast ? wanted : Wanted::Directory, text);
+        }
+    }
+    return place;
+}
+
+Place PlaceFinder::below(const Place& parent, std::string_view value, Wanted wanted,
+                         std::string_view whole) const
+{
+    if (!parent.isDirectory())
+    {
+        refuse(whole, "there is nothing below a " + std::string(parent.moClass().name));
+    }
+    const std::string directory = parent.path();
+    const std::string text(value);
+    const std::string decoded = directoryNameOf(value);
+    const bool isMade = _plan.madeDirectories().contains(directory + decoded + '/');
+    if (wanted != Wanted::File)
+    {
+        // what is decoded to something else is never taken as it stands
+        if (isMade || leadsToDirectory(directory + decoded))
+        {
+            return parent.directory(decoded);
+        }
+        const auto names = namesShownAs(value, directory, true);
+        if (names.size() > 1)
+        {
+            refuse(whole, "it is the value of more than one directory: " + names[0] + " and " + names[1]);
+        }
+        if (names.size() == 1)
+        {
+            return parent.directory(names.front());
+        }
+        if (wanted == Wanted::Directory)
+        {
+            return parent.directory(decoded);
+        }
+    }
+    if (!isThere(directory + text))
+    {
+        const auto names = namesShownAs(value, directory, false);
+        if (names.size() > 1)
+        {
+            refuse(whole, "it is the value of more than one file: " + names[0] + " and " + names[1]);
+        }
+        if (names.size() == 1)
+        {
+            return parent.file(names.front());
+        }
+        if (wanted == Wanted::Anything && parent.isRoot())
+        {
+            // no file there can be an object
+            return parent.directory(decoded);
+        }
+    }
+    return parent.file(text);
+}
+
+} // namespace zolhost
