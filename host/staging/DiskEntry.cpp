@@ -109,4 +109,11 @@ std::string lastNameOf(const std::string& path)
     return path.substr(path.rfind('/') + 1);
 }
 
+std::string pathIn(const std::string& directory, const std::string& name)
+{
+    std::string path;
+    path.reserve(directory.size() + 1 + name.size());
+    return path.append(directory).append(1, '/').append(name);
+}
+
 } // namespace zolhost

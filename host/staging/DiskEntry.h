@@ -54,4 +54,7 @@ std::string directoryAbove(const std::string& path);
 
 std::string lastNameOf(const std::string& path);
 
+/// The path of an entry of a directory.
+std::string pathIn(const std::string& directory, const std::string& name);
+
 } // namespace zolhost

@@ -29,7 +29,7 @@ std::vector<std::string> markersIn(const std::string& directory)
 {
     std::vector<std::string> markers;
     std::ranges::copy_if(MARKERS, std::back_inserter(markers), [&](const std::string& name) {
-        return statusOf(directory + '/' + name).has_value();
+        return statusOf(pathIn(directory, name)).has_value();
     });
     return markers;
 }
@@ -68,7 +68,7 @@ private:
         for (const auto& name : namesIn(directory).value_or(std::vector<std::string>{}))
         {
             _progress.count();
-            const std::string path = directory + '/' + name;
+            const std::string path = pathIn(directory, name);
             const auto entry = lookUp(path);
             if (entry && entry->kind == EntryKind::File)
             {
@@ -93,7 +93,7 @@ private:
         {
             for (const auto& marker : markersIn(directory))
             {
-                _found.markersBelow.push_back(directory + '/' + marker);
+                _found.markersBelow.push_back(pathIn(directory, marker));
             }
         }
     }

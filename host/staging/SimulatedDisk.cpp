@@ -107,7 +107,7 @@ SimulatedDisk::Found SimulatedDisk::resolve(const std::string& path) const
             return {found.path, std::nullopt, ENOTDIR};
         }
         const std::string above = found.path;
-        found = entryAt(above + '/' + name);
+        found = entryAt(pathIn(above, name));
         if (!found.entry)
         {
             return found;
@@ -143,7 +143,7 @@ SimulatedDisk::Found SimulatedDisk::find(const std::string& path)
     {
         return {path, std::nullopt, directory.entry ? ENOTDIR : directory.error};
     }
-    return entryAt(directory.path + '/' + lastNameOf(path));
+    return entryAt(pathIn(directory.path, lastNameOf(path)));
 }
 
 std::string SimulatedDisk::whyNotChangeable(const Found& directory) const
@@ -187,7 +187,7 @@ std::string SimulatedDisk::makeWithMissingAbove(const std::string& path)
 
 std::string SimulatedDisk::makeOne(const std::string& path)
 {
-    Found found = find(path);
+    const Found found = find(path);
     const Found directory = above(path);
     if (found.entry)
     {
@@ -197,7 +197,7 @@ std::string SimulatedDisk::makeOne(const std::string& path)
     {
         return reason(found.error, isDirectory(directory.entry) ? path : directoryAbove(path));
     }
-    if (const std::string why = whyNotChangeable(directory); !why.empty())
+    if (std::string why = whyNotChangeable(directory); !why.empty())
     {
         return why;
     }
@@ -207,7 +207,7 @@ std::string SimulatedDisk::makeOne(const std::string& path)
     entry.mode = modeOfNew(*directory.entry);
     entry.owner = geteuid();
     entry.group = groupBit != 0 ? directory.entry->group : getegid();
-    _made.insert({std::move(found.path), {path, entry}});
+    _made.insert({found.path, {path, entry}});
     forgetAbove();
     return {};
 }
@@ -239,7 +239,7 @@ std::string SimulatedDisk::setMode(const std::string& path, mode_t& mode)
     }
     else
     {
-        if (const std::string why = whyModeCantChange(onDisk(found.path), *found.entry); !why.empty())
+        if (std::string why = whyModeCantChange(onDisk(found.path), *found.entry); !why.empty())
         {
             return why;
         }
@@ -320,7 +320,7 @@ bool SimulatedDisk::removeAllIn(const Found& directory, const std::string& shown
     const std::string whyNot = whyNotChangeable(directory);
     for (auto name = names->begin(); name != names->end(); ++name)
     {
-        const Found entry = entryAt(directory.path + '/' + *name);
+        const Found entry = entryAt(pathIn(directory.path, *name));
         if (!entry.entry && meansAbsence(entry.error))
         {
             continue;
@@ -328,7 +328,7 @@ bool SimulatedDisk::removeAllIn(const Found& directory, const std::string& shown
         if (!removeOneIn(directory, whyNot, entry, shown, removal))
         {
             std::for_each(names->begin(), name,
-                          [&](const std::string& before) { _gone.insert(directory.path + '/' + before); });
+                          [&](const std::string& before) { _gone.insert(pathIn(directory.path, before)); });
             return false;
         }
     }
@@ -339,7 +339,7 @@ bool SimulatedDisk::removeAllIn(const Found& directory, const std::string& shown
 bool SimulatedDisk::removeOneIn(const Found& directory, const std::string& whyNot, const Found& entry,
                                 const std::string& directoryShown, Removal& removal)
 {
-    const std::string shown = directoryShown + '/' + lastNameOf(entry.path);
+    const std::string shown = pathIn(directoryShown, lastNameOf(entry.path));
     if (!entry.entry)
     {
         removal.why = reason(entry.error);
@@ -383,7 +383,7 @@ std::optional<std::vector<std::string>> SimulatedDisk::namesIn(const Found& dire
         if (!_gone.empty())
         {
             std::erase_if(
-                names, [&](const std::string& name) { return _gone.contains(directory.path + '/' + name); });
+                names, [&](const std::string& name) { return _gone.contains(pathIn(directory.path, name)); });
         }
     }
     const std::string prefix = directory.path + '/';

@@ -51,8 +51,14 @@ void RandomTree::fill(const std::string& directory, std::size_t depth)
         {
             continue;
         }
-        once(8) ? mkfifo(_tree.path(name).c_str(), 0600)
-                : _tree.file(name, std::string(number(20), 'x')).empty();
+        if (once(8))
+        {
+            mkfifo(_tree.path(name).c_str(), 0600);
+        }
+        else
+        {
+            _tree.file(name, std::string(number(20), 'x'));
+        }
         _files.push_back(name);
     }
     if (once(6))

@@ -270,9 +270,9 @@ TEST_F(StagedTransactionTest, ShowsBeforehandWhatItDoesToNamesOfAnyKind)
             }
         }
         const Preview preview = odd.preview();
-        const auto expected = zoltest::expectedAfter(preview, tree.path());
+        const zoltest::Expectation expectation(preview, tree.path());
         EXPECT_TRUE(odd.commit().receipt.isComplete());
-        EXPECT_EQ(zoltest::snapshotOf(tree.path()), expected);
+        EXPECT_EQ(zoltest::snapshotOf(tree.path()), expectation.after());
         changes += preview.made.size() + preview.removed.size();
         std::filesystem::remove_all(tree.path("tree" + std::to_string(seed)));
     }
