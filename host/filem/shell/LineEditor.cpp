@@ -118,6 +118,8 @@ LineEditor::Input LineEditor::edit(const std::string& prompt)
     _prompt = prompt;
     _lineOfTab.clear();
     _isCancelled = false;
+    // before the prompt is drawn, so that the terminal doesn't echo what comes at once
+    el_set(_editor, EL_PREP_TERM, 1);
     int count = 0;
     const char* const text = _isGone ? nullptr : el_gets(_editor, &count);
     if (_isGone)
