@@ -28,7 +28,8 @@ def test_ctrl_c_ends_a_running_listing_at_once(surroundings):
         # the rest doesn't fit into the terminal, so the listing can't be at its end
         shell.wait_for("a-file-of-very-many-")
         text = time_to_prompt(shell)
-        contains(text, "filem: interrupted\n")
+        # or given up, on a busy machine
+        contains(text, "filem: interrupted")
         equal(shell.run("pwd"), "ManagedElement=1,SystemFunctions=1,FileM=1\n")
 
 
