@@ -294,7 +294,8 @@ std::string LineEditor::toLastRow() const
     const std::size_t columns = terminal::sizeOf(STDERR_FILENO).columns;
     const std::size_t atCursor = width(_prompt) + width(printable({line->buffer, line->cursor}));
     const std::size_t atEnd = atCursor + width(printable({line->cursor, line->lastchar}));
-    return std::string(atEnd / columns - atCursor / columns, '\n');
+    std::string down(atEnd / columns - atCursor / columns, '\n');
+    return down;
 }
 
 void LineEditor::print(std::string_view text) const
