@@ -4,6 +4,7 @@
 #include "engine/Refusal.h"
 #include "engine/Vetting.h"
 #include "staging/DiskEntry.h"
+#include "staging/Expression.h"
 #include "staging/Protections.h"
 
 #include <algorithm>
@@ -255,10 +256,7 @@ std::string reasonAgainst(const Request& request, const Plan& plan)
                                                                        : reasonAgainstLink(found);
     }
     case Kind::RemoveMatching:
-        return Zol::RegularExpression("^" + request.expression + "$", REG_EXTENDED | REG_NOSUB)
-                       .isExpressionValid()
-                   ? ""
-                   : "Invalid regular expression";
+        return isValidExpression(request.expression) ? "" : "Invalid regular expression";
     }
     return {};
 }
@@ -266,7 +264,7 @@ std::string reasonAgainst(const Request& request, const Plan& plan)
 Matches matchesOf(const Place& directory, const std::string& expression, const Plan& plan)
 {
     Matches matches;
-    const Zol::RegularExpression pattern("^" + expression + "$", REG_EXTENDED | REG_NOSUB);
+    const Zol::RegularExpression pattern(anchored(expression), REG_EXTENDED | REG_NOSUB);
     std::error_code error;
     for (fs::directory_iterator entry(directory.path(), error), end; !error && entry != end;
          entry.increment(error))

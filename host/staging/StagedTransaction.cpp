@@ -1,6 +1,7 @@
 #include "staging/StagedTransaction.h"
 
 #include "engine/Refusal.h"
+#include "staging/Expression.h"
 
 #include <set>
 
@@ -162,7 +163,7 @@ void StagedTransaction::ask(const Request& request) const
         askToRemoveFile(place);
         break;
     case Kind::RemoveMatching:
-        objects.removeFile(place.dn(), request.expression);
+        objects.removeFile(place.dn(), forWholeName(request.expression));
         break;
     }
 }

@@ -2,6 +2,7 @@
 #include "filem/output/Quoting.h"
 #include "filem/verbs/Factories.h"
 #include "filem/verbs/Reading.h"
+#include "staging/Expression.h"
 
 #include <CLI/CLI.hpp>
 #include <fnmatch.h>
@@ -38,8 +39,7 @@ public:
 
     ExitCode run(Session& session) override
     {
-        _pattern =
-            std::make_unique<Zol::RegularExpression>("^" + _expression + "$", REG_EXTENDED | REG_NOSUB);
+        _pattern = std::make_unique<Zol::RegularExpression>(anchored(_expression), REG_EXTENDED | REG_NOSUB);
         if (!_pattern->isExpressionValid())
         {
             throw CommandFailure(ExitCode::Usage, "find: the regular expression is not valid");

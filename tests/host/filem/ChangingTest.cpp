@@ -123,6 +123,17 @@ TEST_F(ChangingTest, RmMatchingRemovesTheFilesWhoseWholeNameMatches)
               (Outcome{2, "", failure("rm", root, "a FileM has no action removeFile")}));
 }
 
+TEST_F(ChangingTest, RmMatchingMeansTheWholeNameAlsoWithAlternatives)
+{
+    for (const std::string name : {"a", "b", "ab", "ax", "xb"})
+    {
+        tree.file("d/" + name);
+    }
+    EXPECT_EQ(filem({"find", "--matching", "a|b"}).out, "d/a\nd/b\n");
+    EXPECT_EQ(filem({"rm", "--yes", "--matching", "a|b", "d"}), silence);
+    EXPECT_EQ(tree.listing(), (Texts{"d d", "f d/ab 1", "f d/ax 1", "f d/xb 1"}));
+}
+
 TEST_F(ChangingTest, AnExpressionThatMatchesEveryFileWarns)
 {
     tree.file("d/a");
