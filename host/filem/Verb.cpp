@@ -1,5 +1,6 @@
 #include "filem/Verb.h"
 
+#include "filem/Arguments.h"
 #include "filem/output/PrintableText.h"
 #include "filem/output/Terminal.h"
 #include "filem/verbs/Factories.h"
@@ -123,12 +124,19 @@ std::unique_ptr<CLI::App> parserFor(const VerbDescription& description, Verb& ve
     auto parser = std::make_unique<CLI::App>(std::string(description.summary), std::string(description.name));
     parser->formatter(std::make_shared<Formatter>());
     parser->set_help_flag("-h,--help", "print this help");
-    verb.declare(*parser);
+    Arguments arguments(*parser);
+    verb.declare(arguments);
     if (!description.alias.empty())
     {
         parser->footer("The same as " + std::string(description.alias) + ".");
     }
     return parser;
+}
+
+std::string helpFor(const VerbDescription& description)
+{
+    const auto verb = description.make();
+    return parserFor(description, *verb)->help();
 }
 
 bool parseArguments(const VerbDescription& description, Verb& verb, const Words& arguments, std::ostream& out)

@@ -17,6 +17,7 @@ class App;
 namespace zolhost::filem
 {
 
+class Arguments;
 class Session;
 
 using Words = std::vector<std::string>;
@@ -30,10 +31,8 @@ public:
     Verb& operator=(const Verb&) = delete;
     virtual ~Verb() = default;
 
-    /// Binds options and arguments of the parser to this object. Help, completion and the manual come from it
-    /// too: the type name of an argument says what it is (PLACE, CLASS, ATTRIBUTE, ACTION, VERB, FILE or a
-    /// plain word).
-    virtual void declare(CLI::App& parser) = 0;
+    /// Says what the verb takes. Help, completion and the manual come from it too.
+    virtual void declare(Arguments& arguments) = 0;
 
     /// Throws Refusal, CommandFailure or Interrupted.
     virtual ExitCode run(Session& session) = 0;
@@ -64,6 +63,9 @@ const VerbDescription* findVerb(std::string_view name);
 
 /// The parser of a verb's options and arguments.
 std::unique_ptr<CLI::App> parserFor(const VerbDescription& description, Verb& verb);
+
+/// What `VERB --help` prints.
+std::string helpFor(const VerbDescription& description);
 
 /// Parses them into the verb. True if help was asked for, which is then printed. Throws CommandFailure.
 bool parseArguments(const VerbDescription& description, Verb& verb, const Words& arguments,

@@ -1,5 +1,6 @@
 #include "engine/Refusal.h"
 #include "engine/Vetting.h"
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/PrintableText.h"
 #include "filem/output/Quoting.h"
@@ -8,7 +9,6 @@
 #include "filem/verbs/Factories.h"
 #include "filem/verbs/Reading.h"
 
-#include <CLI/CLI.hpp>
 #include <exception>
 #include <ostream>
 #include <sys/stat.h>
@@ -82,10 +82,10 @@ private:
 class Stat : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_flag("--json", _isJson, "as JSON, one object a line");
-        parser.add_option("PLACE", _places, "objects")->required()->type_name("PLACE");
+        arguments.flag("--json", _isJson, "as JSON, one object a line");
+        arguments.required("PLACE", _places, "objects");
     }
 
     ExitCode run(Session& session) override
@@ -162,11 +162,11 @@ private:
 class Get : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_flag("--json", _isJson, "as JSON");
-        parser.add_option("PLACE", _place, "the object")->required()->type_name("PLACE");
-        parser.add_option("ATTRIBUTE", _names, "its attributes")->required()->type_name("ATTRIBUTE");
+        arguments.flag("--json", _isJson, "as JSON");
+        arguments.required("PLACE", _place, "the object");
+        arguments.required("ATTRIBUTE", _names, "its attributes");
     }
 
     ExitCode run(Session& session) override
@@ -207,10 +207,10 @@ private:
 class Exists : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_flag("--json", _isJson, "as JSON");
-        parser.add_option("PLACE", _place, "the object")->required()->type_name("PLACE");
+        arguments.flag("--json", _isJson, "as JSON");
+        arguments.required("PLACE", _place, "the object");
     }
 
     ExitCode run(Session& session) override
@@ -236,12 +236,11 @@ private:
 class Count : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_flag("--json", _isJson, "as JSON");
-        parser.add_option("PLACE", _place, "the object; where one is without it")->type_name("PLACE");
-        parser.add_option("CLASS", _class, "FileGroup or FileInformation; both without it")
-            ->type_name("CLASS");
+        arguments.flag("--json", _isJson, "as JSON");
+        arguments.optional("PLACE", _place, "the object; where one is without it");
+        arguments.optional("CLASS", _class, "FileGroup or FileInformation; both without it");
     }
 
     ExitCode run(Session& session) override

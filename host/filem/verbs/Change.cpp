@@ -1,29 +1,29 @@
 #include "filem/verbs/Change.h"
 
 #include "engine/Refusal.h"
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/PreviewText.h"
 #include "filem/output/ReceiptText.h"
 #include "filem/output/Sizes.h"
 
-#include <CLI/CLI.hpp>
 #include <iostream>
 
 namespace zolhost::filem
 {
 
-void ChangeVerb::declare(CLI::App& parser)
+void ChangeVerb::declare(Arguments& arguments)
 {
-    declareOwn(parser);
-    parser.add_flag("--through-links", _throughLinks, "change also what symbolic links lead to");
-    parser.add_flag("-n,--dry-run", _isDryRun, "show what would be done, and do nothing");
+    declareOwn(arguments);
+    arguments.flag("--through-links", _throughLinks, "change also what symbolic links lead to");
+    arguments.flag("-n,--dry-run", _isDryRun, "show what would be done, and do nothing");
     if (isDestructive())
     {
-        parser.add_flag("-y,--yes", _isAgreed, "don't ask before more than one object is removed");
+        arguments.flag("-y,--yes", _isAgreed, "don't ask before more than one object is removed");
     }
-    parser.add_flag("-v,--verbose", _isVerbose, "tell what became of each object");
-    parser.add_flag("--json", _isJson, "the same as JSON, one object a line");
-    parser.add_option("-m,--message", _comment, "comment for the audit file")->type_name("TEXT");
+    arguments.flag("-v,--verbose", _isVerbose, "tell what became of each object");
+    arguments.flag("--json", _isJson, "the same as JSON, one object a line");
+    arguments.option("-m,--message", _comment, "TEXT", "comment for the audit file");
 }
 
 ExitCode ChangeVerb::run(Session& session)

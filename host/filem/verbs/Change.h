@@ -14,11 +14,11 @@ namespace zolhost::filem
 class ChangeVerb : public Verb
 {
 public:
-    void declare(CLI::App& parser) final;
+    void declare(Arguments& arguments) final;
     ExitCode run(Session& session) final;
 
 protected:
-    virtual void declareOwn(CLI::App& parser) = 0;
+    virtual void declareOwn(Arguments& arguments) = 0;
     virtual std::vector<Request> requests(Session& session) = 0;
     virtual bool isForced() const { return false; } ///< may take the tree of the root
     virtual bool isDestructive() const { return true; }

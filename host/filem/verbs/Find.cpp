@@ -1,10 +1,10 @@
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/Quoting.h"
 #include "filem/verbs/Factories.h"
 #include "filem/verbs/Reading.h"
 #include "staging/Expression.h"
 
-#include <CLI/CLI.hpp>
 #include <fnmatch.h>
 #include <ostream>
 #include <zol/common/RegularExpression.h>
@@ -18,23 +18,16 @@ namespace
 class Find : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_option("--name", _glob, "names that this pattern of a shell matches")
-            ->type_name("PATTERN");
-        parser
-            .add_option("-e,--matching", _expression,
-                        "names that this extended regular expression matches as a whole")
-            ->type_name("REGEX");
-        parser.add_option("--type", _type, "d for directories, f for files")
-            ->type_name("TYPE")
-            ->check(CLI::IsMember({"d", "f"}));
-        parser.add_option("--larger", _larger, "files of more bytes than this; K, M and G are understood")
-            ->type_name("SIZE")
-            ->transform(CLI::AsSizeValue(false));
-        parser.add_flag("-0,--null", _endsInNull, "names as they are, each ended by a zero byte");
-        parser.add_flag("--json", _isJson, "as JSON, one object a line");
-        parser.add_option("PLACE", _places, "directories; where one is without it")->type_name("PLACE");
+        arguments.option("--name", _glob, "PATTERN", "names that this pattern of a shell matches");
+        arguments.option("-e,--matching", _expression, "REGEX",
+                         "names that this extended regular expression matches as a whole");
+        arguments.choice("--type", _type, {"d", "f"}, "TYPE", "d for directories, f for files");
+        arguments.size("--larger", _larger, "files of more bytes than this; K, M and G are understood");
+        arguments.flag("-0,--null", _endsInNull, "names as they are, each ended by a zero byte");
+        arguments.flag("--json", _isJson, "as JSON, one object a line");
+        arguments.optional("PLACE", _places, "directories; where one is without it");
     }
 
     ExitCode run(Session& session) override

@@ -1,11 +1,11 @@
 #include "filem/verbs/Help.h"
 
 #include "engine/MoModel.h"
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/PrintableText.h"
 #include "filem/verbs/Factories.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <ostream>
 
@@ -85,12 +85,6 @@ void printOverview(std::ostream& out)
            "FileGroup=logs,FileInformation=a.log. VERB --help tells more about a verb.\n";
 }
 
-void printVerb(std::ostream& out, const VerbDescription& description)
-{
-    const auto verb = description.make();
-    out << parserFor(description, *verb)->help();
-}
-
 void printClass(std::ostream& out, const MoClass& moClass)
 {
     out << moClass.name << ": " << moClass.help << '\n';
@@ -123,9 +117,9 @@ void printClass(std::ostream& out, const MoClass& moClass)
 class Help : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_option("TOPIC", _topic, "a verb or a class of objects")->type_name("TOPIC");
+        arguments.optional("TOPIC", _topic, "a verb or a class of objects");
     }
     ExitCode run(Session& session) override
     {
@@ -186,7 +180,7 @@ void printHelp(std::ostream& out, const std::string& topic)
     }
     else if (const VerbDescription* const verb = findVerb(topic))
     {
-        printVerb(out, *verb);
+        out << helpFor(*verb);
     }
     else if (const MoClass* const moClass = findMoClass(topic))
     {

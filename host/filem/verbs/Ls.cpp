@@ -1,4 +1,5 @@
 #include "engine/Refusal.h"
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/PrintableText.h"
 #include "filem/output/Quoting.h"
@@ -7,7 +8,6 @@
 #include "filem/verbs/Factories.h"
 #include "filem/verbs/Reading.h"
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <map>
 #include <ostream>
@@ -123,17 +123,16 @@ private:
 class Ls : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_flag("-l,--long", _isLong, "with kind, size, time of the last change and marks");
-        parser.add_flag("-R,--recursive", _isRecursive, "list what is below directories too");
-        parser.add_flag(
+        arguments.flag("-l,--long", _isLong, "with kind, size, time of the last change and marks");
+        arguments.flag("-R,--recursive", _isRecursive, "list what is below directories too");
+        arguments.flag(
             "-a,--all", _showsAll,
             "also what is in the directory on disk and no object, and what is staged to be removed");
-        parser.add_flag("-0,--null", _endsInNull, "names as they are, each ended by a zero byte");
-        parser.add_flag("--json", _isJson, "as JSON, one object a line");
-        parser.add_option("PLACE", _places, "directories or files; where one is without it")
-            ->type_name("PLACE");
+        arguments.flag("-0,--null", _endsInNull, "names as they are, each ended by a zero byte");
+        arguments.flag("--json", _isJson, "as JSON, one object a line");
+        arguments.optional("PLACE", _places, "directories or files; where one is without it");
     }
 
     ExitCode run(Session& session) override

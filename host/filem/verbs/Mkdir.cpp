@@ -1,9 +1,9 @@
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/Quoting.h"
 #include "filem/verbs/Change.h"
 #include "filem/verbs/Factories.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 
 namespace zolhost::filem
@@ -15,11 +15,11 @@ namespace
 class Mkdir : public ChangeVerb
 {
 protected:
-    void declareOwn(CLI::App& parser) override
+    void declareOwn(Arguments& arguments) override
     {
-        parser.add_flag("-p,--parents", _withParents,
-                        "make missing directories above too, and take one that is there as made");
-        parser.add_option("PLACE", _places, "directories to make")->required()->type_name("PLACE");
+        arguments.flag("-p,--parents", _withParents,
+                       "make missing directories above too, and take one that is there as made");
+        arguments.required("PLACE", _places, "directories to make");
     }
 
     bool isDestructive() const override { return false; }

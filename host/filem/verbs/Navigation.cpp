@@ -1,9 +1,9 @@
 #include "engine/Refusal.h"
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/PrintableText.h"
 #include "filem/verbs/Factories.h"
 
-#include <CLI/CLI.hpp>
 #include <ostream>
 
 namespace zolhost::filem
@@ -15,9 +15,9 @@ namespace
 class Cd : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_option("PLACE", _place, "a directory; the root without it")->type_name("PLACE");
+        arguments.optional("PLACE", _place, "a directory; the root without it");
     }
     ExitCode run(Session& session) override
     {
@@ -38,7 +38,7 @@ private:
 class Up : public Verb
 {
 public:
-    void declare(CLI::App& /*parser*/) override {}
+    void declare(Arguments& /*arguments*/) override {}
     ExitCode run(Session& session) override
     {
         session.go(session.here().parent());
@@ -49,7 +49,7 @@ public:
 class Top : public Verb
 {
 public:
-    void declare(CLI::App& /*parser*/) override {}
+    void declare(Arguments& /*arguments*/) override {}
     ExitCode run(Session& session) override
     {
         session.go(Place(session.rootDirectory()));
@@ -60,7 +60,7 @@ public:
 class Pwd : public Verb
 {
 public:
-    void declare(CLI::App& /*parser*/) override {}
+    void declare(Arguments& /*arguments*/) override {}
     ExitCode run(Session& session) override
     {
         session.out() << printable(session.here().dn()) << '\n';
@@ -71,7 +71,7 @@ public:
 class Quit : public Verb
 {
 public:
-    void declare(CLI::App& /*parser*/) override {}
+    void declare(Arguments& /*arguments*/) override {}
     ExitCode run(Session& session) override
     {
         session.quit();

@@ -1,9 +1,10 @@
 #include "engine/Refusal.h"
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/verbs/Change.h"
 #include "filem/verbs/Factories.h"
 
-#include <CLI/CLI.hpp>
+#include <optional>
 
 namespace zolhost::filem
 {
@@ -14,9 +15,9 @@ namespace
 using Kind = Request::Kind;
 using Wanted = PlaceFinder::Wanted;
 
-void declarePlaces(CLI::App& parser, Words& places, const std::string& help)
+void declarePlaces(Arguments& arguments, Words& places, const std::string& help)
 {
-    parser.add_option("PLACE", places, help)->required()->type_name("PLACE");
+    arguments.required("PLACE", places, help);
 }
 
 /// The same request for each place.
@@ -33,9 +34,9 @@ std::vector<Request> requestsFor(Session& session, const Words& places, Wanted w
 class Rmdir : public ChangeVerb
 {
 protected:
-    void declareOwn(CLI::App& parser) override
+    void declareOwn(Arguments& arguments) override
     {
-        declarePlaces(parser, _places, "directories with no files in them or below");
+        declarePlaces(arguments, _places, "directories with no files in them or below");
     }
     std::vector<Request> requests(Session& session) override
     {
@@ -49,21 +50,18 @@ private:
 class Rm : public ChangeVerb
 {
 protected:
-    void declareOwn(CLI::App& parser) override
+    void declareOwn(Arguments& arguments) override
     {
-        parser
-            .add_option(
-                "-e,--matching", _expression,
-                "remove the files of the directories whose whole name this extended regular expression "
-                "matches")
-            ->type_name("REGEX");
-        declarePlaces(parser, _places, "files; with --matching, directories");
-        _hasExpression = parser.get_option("--matching");
+        arguments.option(
+            "-e,--matching", _expression, "REGEX",
+            "remove the files of the directories whose whole name this extended regular expression "
+            "matches");
+        declarePlaces(arguments, _places, "files; with --matching, directories");
     }
 
     std::vector<Request> requests(Session& session) override
     {
-        if (_hasExpression->count() == 0)
+        if (!_expression)
         {
             auto requests = requestsFor(session, _places, Wanted::File, Kind::RemoveFile);
             for (const auto& request : requests)
@@ -75,7 +73,7 @@ protected:
         auto requests = requestsFor(session, _places, Wanted::Directory, Kind::RemoveMatching);
         for (auto& request : requests)
         {
-            request.expression = _expression;
+            request.expression = *_expression;
         }
         return requests;
     }
@@ -90,18 +88,17 @@ private:
         }
     }
 
-    std::string _expression;
-    const CLI::Option* _hasExpression = nullptr;
+    std::optional<std::string> _expression;
     Words _places;
 };
 
 class Rmtree : public ChangeVerb
 {
 protected:
-    void declareOwn(CLI::App& parser) override
+    void declareOwn(Arguments& arguments) override
     {
-        parser.add_flag("--force-root", _isForced, "remove even the root with the whole tree");
-        declarePlaces(parser, _places, "directories, removed with all that is in them");
+        arguments.flag("--force-root", _isForced, "remove even the root with the whole tree");
+        declarePlaces(arguments, _places, "directories, removed with all that is in them");
     }
     std::vector<Request> requests(Session& session) override
     {
@@ -122,9 +119,9 @@ Request deletionOf(const Place& place)
 class Delete : public ChangeVerb
 {
 protected:
-    void declareOwn(CLI::App& parser) override
+    void declareOwn(Arguments& arguments) override
     {
-        declarePlaces(parser, _places, "files, or directories with no files in them or below");
+        declarePlaces(arguments, _places, "files, or directories with no files in them or below");
     }
     std::vector<Request> requests(Session& session) override
     {
@@ -144,12 +141,12 @@ private:
 class Action : public ChangeVerb
 {
 protected:
-    void declareOwn(CLI::App& parser) override
+    void declareOwn(Arguments& arguments) override
     {
-        parser.add_flag("--force-root", _isForced, "remove even the root with the whole tree");
-        parser.add_option("PLACE", _place, "the object")->required()->type_name("PLACE");
-        parser.add_option("ACTION", _name, "remove or removeFile")->required()->type_name("ACTION");
-        parser.add_option("ARGUMENT", _arguments, "of removeFile: the extended regular expression");
+        arguments.flag("--force-root", _isForced, "remove even the root with the whole tree");
+        arguments.required("PLACE", _place, "the object");
+        arguments.required("ACTION", _name, "remove or removeFile");
+        arguments.optional("ARGUMENT", _arguments, "of removeFile: the extended regular expression");
     }
 
     std::vector<Request> requests(Session& session) override

@@ -1,3 +1,4 @@
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/Json.h"
 #include "filem/output/PreviewText.h"
@@ -7,7 +8,6 @@
 #include "filem/output/Sizes.h"
 #include "filem/verbs/Factories.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <ostream>
 
@@ -66,9 +66,9 @@ void warnOfDrift(Session& session)
 class Diff : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_flag("--json", _isJson, "as JSON, one object a line");
+        arguments.flag("--json", _isJson, "as JSON, one object a line");
     }
     ExitCode run(Session& session) override
     {
@@ -86,9 +86,9 @@ private:
 class Status : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_flag("--json", _isJson, "as JSON, one object a line");
+        arguments.flag("--json", _isJson, "as JSON, one object a line");
     }
 
     ExitCode run(Session& session) override
@@ -160,10 +160,10 @@ private:
 class Commit : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_option("-m,--message", _comment, "comment for the audit file")->type_name("TEXT");
-        parser.add_flag("--json", _isJson, "the receipt as JSON, one object a line");
+        arguments.option("-m,--message", _comment, "TEXT", "comment for the audit file");
+        arguments.flag("--json", _isJson, "the receipt as JSON, one object a line");
     }
     ExitCode run(Session& session) override
     {
@@ -184,7 +184,7 @@ private:
 class Abort : public Verb
 {
 public:
-    void declare(CLI::App& /*parser*/) override {}
+    void declare(Arguments& /*arguments*/) override {}
     ExitCode run(Session& session) override
     {
         session.abort();
@@ -195,10 +195,10 @@ public:
 class Restage : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_flag("--through-links", _throughLinks, "also what symbolic links lead to");
-        parser.add_flag("--force-root", _isForced, "also the removal of the root");
+        arguments.flag("--through-links", _throughLinks, "also what symbolic links lead to");
+        arguments.flag("--force-root", _isForced, "also the removal of the root");
     }
     ExitCode run(Session& session) override
     {

@@ -1,10 +1,10 @@
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/Quoting.h"
 #include "filem/output/Sizes.h"
 #include "filem/verbs/Factories.h"
 #include "filem/verbs/Reading.h"
 
-#include <CLI/CLI.hpp>
 #include <ostream>
 
 namespace zolhost::filem
@@ -16,13 +16,11 @@ namespace
 class Tree : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_option("-L,--level", _levels, "go down only so many levels")
-            ->type_name("NUMBER")
-            ->check(CLI::PositiveNumber);
-        parser.add_flag("--json", _isJson, "as JSON, one object a line, with its depth");
-        parser.add_option("PLACE", _place, "a directory; where one is without it")->type_name("PLACE");
+        arguments.positiveNumber("-L,--level", _levels, "go down only so many levels");
+        arguments.flag("--json", _isJson, "as JSON, one object a line, with its depth");
+        arguments.optional("PLACE", _place, "a directory; where one is without it");
     }
 
     ExitCode run(Session& session) override

@@ -1,4 +1,5 @@
 #include "engine/Refusal.h"
+#include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/Json.h"
 #include "filem/output/PrintableText.h"
@@ -8,7 +9,6 @@
 #include "filem/verbs/Factories.h"
 #include "staging/Protections.h"
 
-#include <CLI/CLI.hpp>
 #include <ostream>
 
 namespace zolhost::filem
@@ -50,11 +50,11 @@ Kind kindOf(const std::string& verb, const Place& place)
 class Why : public Verb
 {
 public:
-    void declare(CLI::App& parser) override
+    void declare(Arguments& arguments) override
     {
-        parser.add_flag("--json", _isJson, "as JSON");
-        parser.add_option("VERB", _verb, "mkdir, rmdir, rm, rmtree or delete")->required()->type_name("VERB");
-        parser.add_option("PLACE", _place, "what it would be asked of")->required()->type_name("PLACE");
+        arguments.flag("--json", _isJson, "as JSON");
+        arguments.required("VERB", _verb, "mkdir, rmdir, rm, rmtree or delete");
+        arguments.required("PLACE", _place, "what it would be asked of");
     }
 
     ExitCode run(Session& session) override
