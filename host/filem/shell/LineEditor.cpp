@@ -69,7 +69,8 @@ void LineEditor::bindKeys()
 {
     // the operator's own bindings, which ours don't take away
     el_source(_editor, nullptr);
-    el_set(_editor, EL_ADDFN, "filem-complete", "completes or lists", completeAtTab);
+    // wide, since copies that are made of other names are never freed
+    el_wset(_editor, EL_ADDFN, L"filem-complete", L"completes or lists", completeAtTab);
     constexpr std::array<std::array<const char*, 2>, 8> BINDINGS = {{{"^I", "filem-complete"},
                                                                      {"^R", "em-inc-search-prev"},
                                                                      {"^W", "ed-delete-prev-word"},

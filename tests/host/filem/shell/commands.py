@@ -183,6 +183,7 @@ def test_ctrl_c_belongs_to_the_pager_while_it_runs(surroundings):
         shell.wait_for("b.log")
         shell.type(CTRL_C)
         shell.wait_for("caught")
+        assert shell.has_no_prompt_within(0.5)
         shell.type("\n\n")
         lacks(shell.wait_for_prompt(), "interrupted")
 

@@ -60,7 +60,7 @@ class Blocked:
 
 def test_a_call_of_the_component_that_takes_long_is_given_up(surroundings):
     blocked = Blocked(surroundings)
-    with surroundings.shell(environment=blocked.environment) as shell:
+    with surroundings.shell(options=["--no-pager"], environment=blocked.environment) as shell:
         shell.type(Blocked.COMMAND + "\n")
         blocked.wait()
         text = time_to_prompt(shell)

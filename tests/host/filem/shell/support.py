@@ -117,6 +117,9 @@ class Shell:
         self.prompt = self.child.after
         return self.plain(self.raw)
 
+    def has_no_prompt_within(self, seconds):
+        return self.child.expect([PROMPT, pexpect.TIMEOUT], timeout=seconds) == 1
+
     def type(self, keys):
         self.child.send(keys)
 
