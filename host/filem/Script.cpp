@@ -3,7 +3,6 @@
 #include "filem/Interpreter.h"
 
 #include <istream>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -41,20 +40,20 @@ public:
                 throw CommandFailure(failure.code(), text);
             }
             _session.warn(text);
-            if (!mayFail && !_firstFailure)
+            if (!mayFail && _firstFailure == ExitCode::Done)
             {
                 _firstFailure = failure.code();
             }
         }
     }
 
-    ExitCode code() const { return _firstFailure.value_or(_code); }
+    ExitCode code() const { return _firstFailure == ExitCode::Done ? _code : _firstFailure; }
 
 private:
     Session& _session;
     bool _keepsGoing;
     ExitCode _code = ExitCode::Done;
-    std::optional<ExitCode> _firstFailure;
+    ExitCode _firstFailure = ExitCode::Done; // Done: there was none
 };
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "filem/output/PrintableText.h"
 #include "filem/output/Quoting.h"
 #include "filem/output/Sizes.h"
+#include "filem/output/Totals.h"
 
 #include <algorithm>
 #include <ostream>
@@ -20,36 +21,26 @@ namespace
 
 using Item = Preview::Item;
 
-struct Totals
-{
-    std::size_t made = 0;
-    std::size_t modes = 0;
-    std::size_t files = 0;
-    std::size_t directories = 0;
-    std::size_t others = 0;
-    std::uint64_t bytes = 0;
-};
-
 Totals totalsOf(const Preview& preview)
 {
     Totals totals;
-    totals.made = static_cast<std::size_t>(
-        std::ranges::count_if(preview.made, [](const auto& made) { return !made.isThere; }));
-    totals.modes = preview.made.size() - totals.made;
+    totals.modesSet = static_cast<std::size_t>(
+        std::ranges::count_if(preview.made, [](const auto& made) { return made.isThere; }));
+    totals.directoriesMade = preview.made.size() - totals.modesSet;
     for (const auto& removed : preview.removed)
     {
         switch (removed.kind)
         {
         case EntryKind::Directory:
-            ++totals.directories;
+            ++totals.directoriesRemoved;
             break;
         case EntryKind::File:
-            ++totals.files;
-            totals.bytes += removed.bytes;
+            ++totals.filesRemoved;
+            totals.bytesRemoved += removed.bytes;
             break;
         case EntryKind::Link:
         case EntryKind::Other:
-            ++totals.others;
+            ++totals.othersRemoved;
             break;
         }
     }
@@ -306,33 +297,7 @@ void printJson(const Session& session, const Preview& preview)
 
 std::string totalsText(const Preview& preview)
 {
-    const Totals totals = totalsOf(preview);
-    std::string made = totals.made == 0 ? "" : counted(totals.made, "directory") + " made";
-    if (totals.modes != 0)
-    {
-        made += (made.empty() ? "" : ", ") + counted(totals.modes, "mode") + " set";
-    }
-    std::vector<std::string> removed;
-    if (totals.files != 0)
-    {
-        removed.push_back(counted(totals.files, "file") + " (" + humanSize(totals.bytes) + ")");
-    }
-    if (totals.directories != 0)
-    {
-        removed.push_back(counted(totals.directories, "directory"));
-    }
-    if (totals.others != 0)
-    {
-        removed.push_back(counted(totals.others, "link or special file"));
-    }
-    std::string text = made;
-    for (std::size_t i = 0; i < removed.size(); ++i)
-    {
-        const bool isLast = i + 1 == removed.size();
-        text += i == 0 ? (made.empty() ? "" : ", ") : (isLast ? " and " : ", ");
-        text += removed[i];
-    }
-    text += removed.empty() ? "" : " removed";
+    const std::string text = textOf(totalsOf(preview), Tense::Future);
     return text.empty() ? "nothing changes" : text;
 }
 

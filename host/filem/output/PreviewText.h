@@ -12,7 +12,7 @@ class Session;
 /// What a commit would do, item by item with what goes along, and the totals; as JSON one object a line.
 void print(const Session& session, const Preview& preview, bool isJson);
 
-/// "2 directories made, 14 files (12K) and 1 directory removed".
+/// "2 directories to be made, 14 files (12K) and 1 directory to be removed".
 std::string totalsText(const Preview& preview);
 
 } // namespace zolhost::filem

@@ -5,6 +5,7 @@
 #include "filem/output/PrintableText.h"
 #include "filem/output/Quoting.h"
 #include "filem/output/Sizes.h"
+#include "filem/output/Totals.h"
 
 #include <algorithm>
 #include <array>
@@ -86,13 +87,13 @@ std::string totalsText(const Outcome& outcome)
     {
         text += ", " + std::to_string(remain) + " " + (remain == 1 ? "remains" : "remain");
     }
-    text += ": " + counted(receipt.directoriesMade, "directory") + " made, " +
-            counted(receipt.filesRemoved, "file") + " (" + humanSize(receipt.bytesRemoved) + "), " +
-            counted(receipt.directoriesRemoved, "directory");
-    text += receipt.othersRemoved == 0
-                ? " removed"
-                : " and " + counted(receipt.othersRemoved, "link or special file") + " removed";
-    return text + ", " + secondsText(outcome.time.count());
+    const std::string totals = textOf({.directoriesMade = receipt.directoriesMade,
+                                       .filesRemoved = receipt.filesRemoved,
+                                       .directoriesRemoved = receipt.directoriesRemoved,
+                                       .othersRemoved = receipt.othersRemoved,
+                                       .bytesRemoved = receipt.bytesRemoved},
+                                      Tense::Past);
+    return text + (totals.empty() ? "" : ": " + totals) + ", " + secondsText(outcome.time.count());
 }
 
 void printJson(const Session& session, const Outcome& outcome)

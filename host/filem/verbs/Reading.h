@@ -23,8 +23,8 @@ void requireObject(Session& session, const Place& place);
 void eachChildInOrder(Session& session, const Place& place,
                       const std::function<void(const Child& child)>& visit);
 
-/// Whether a walk goes down to it: a directory, no link, and one whose name the component takes for nothing else.
-/// Warns of the last.
+/// Whether a walk goes down to it: a directory, no link, and one whose name the component takes for nothing
+/// else. Warns of the last.
 bool isGoneDownTo(const Session& session, const Child& child);
 
 /// Its directories that are gone down to.

@@ -35,6 +35,12 @@ std::string driftText(Drift::What what)
     return "was replaced";
 }
 
+/// Not something in it or above it.
+bool isItself(const Drift& drift)
+{
+    return drift.path == drift.staged || drift.path + '/' == drift.staged;
+}
+
 std::string shown(const Session& session, const std::string& path)
 {
     return shownPath(path, session.rootDirectory());
@@ -106,8 +112,8 @@ public:
         {
             session.out() << session.colours().paint(Colour::Warning, "! " + shown(session, change.path))
                           << "  " << driftText(change.what) << " since "
-                          << (change.path == change.staged ? "it was staged"
-                                                           : shown(session, change.staged) + " was staged")
+                          << (isItself(change) ? "it was staged"
+                                               : shown(session, change.staged) + " was staged")
                           << '\n';
         }
         for (const auto& held : transaction.heldElsewhere())

@@ -228,10 +228,11 @@ TEST_F(ChangingTest, MoreThanOneObjectWantsAYesWhereNobodyCanBeAsked)
     tree.file("d/b", "12");
     const auto before = tree.listing();
     EXPECT_EQ(filem({"rm", "d/a", "d/b"}),
-              (Outcome{1, "", "filem: more than one object: 2 files (3) removed; --yes does it\n"}));
-    EXPECT_EQ(filem({"rmtree", "d"}),
-              (Outcome{1, "",
-                       "filem: more than one object: 2 files (3) and 1 directory removed; --yes does it\n"}));
+              (Outcome{1, "", "filem: more than one object: 2 files (3) to be removed; --yes does it\n"}));
+    EXPECT_EQ(
+        filem({"rmtree", "d"}),
+        (Outcome{1, "",
+                 "filem: more than one object: 2 files (3) and 1 directory to be removed; --yes does it\n"}));
     EXPECT_EQ(tree.listing(), before);
 }
 
@@ -245,9 +246,9 @@ TEST_F(ChangingTest, DryRunShowsWhatWouldBeDoneAndDoesNothing)
                                                      "  - d/a  2.0K\n"
                                                      "  - d/sub/  directory\n"
                                                      "  - d/sub/.filemnohousekeeping  0\n"
-                                                     "2 files (2.0K) and 2 directories removed\n",
+                                                     "2 files (2.0K) and 2 directories to be removed\n",
                                                      ""}));
-    EXPECT_EQ(filem({"mkdir", "-n", "e"}), (Outcome{1, "+ e/  drwxrwx---\n1 directory made\n", ""}));
+    EXPECT_EQ(filem({"mkdir", "-n", "e"}), (Outcome{1, "+ e/  drwxrwx---\n1 directory to be made\n", ""}));
     EXPECT_EQ(filem({"mkdir", "-n", "-p", "d"}), (Outcome{0, "nothing changes\n", ""}));
     EXPECT_EQ(filem({"rmdir", "-n", "d"}).exitCode, 3) << "a refusal is above both";
     EXPECT_EQ(filem({"rm", "-n", "d/x"}).exitCode, 4);
@@ -260,7 +261,7 @@ TEST_F(ChangingTest, VerboseTellsWhatBecameOfEachObject)
     const Outcome outcome = filem({"rm", "-v", "d/a"});
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_THAT(outcome.out, StartsWith("done     - d/a\n"
-                                        "1 done: 0 directories made, 1 file (5), 0 directories removed, "));
+                                        "1 done: 1 file (5) removed, "));
     const auto lines = filem({"mkdir", "--json", "e"}).out;
     const auto item = nlohmann::json::parse(lines.substr(0, lines.find('\n')));
     EXPECT_EQ(item["result"], "done");

@@ -50,7 +50,7 @@ TEST_F(ScriptTest, SeesItsOwnChangesBeforeTheyAreCommitted)
                                         "done     - d/a.log\n"
                                         "done     + new/  drwxrwx---\n"
                                         "done     + new/a+b/  drwxrwx---\n"
-                                        "3 done: 2 directories made, 1 file (1), 0 directories removed, "));
+                                        "3 done: 2 directories made, 1 file (1) removed, "));
     EXPECT_THAT(outcome.out, testing::EndsWith("\n'a\\2Bb/'\n"));
     EXPECT_EQ(tree.listing(), (Texts{"d d", "d new", "d new/a+b", "f d/b.txt 1"}));
 }
@@ -136,7 +136,7 @@ TEST_F(ScriptTest, ShowsWithDiffWhatACommitWouldDoAndWhatCancelsOut)
               "+ n/  drwxrwx---\n"
               "= gone/  made and removed again: nothing is done\n"
               "= empty/  removed and made again: stays as it is, with its content\n"
-              "1 directory made, 1 file (5) removed\n");
+              "1 directory to be made, 1 file (5) to be removed\n");
     EXPECT_EQ(script("mkdir n\ndiff\nabort\ndiff\n").exitCode, 0);
 }
 

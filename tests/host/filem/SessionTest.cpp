@@ -89,7 +89,7 @@ TEST_F(SessionTest, WarnsOfWhatChangedUnderWhatIsStaged)
                          "! d/f  changed since d/ was staged\n"
                          "! d/h  appeared since d/ was staged\n"
                          "! d/f  changed since it was staged\n"
-                         "! new/  appeared since it was staged\n");
+                         "! new  appeared since it was staged\n");
     session.run({"commit"});
     EXPECT_EQ(err.str().substr(0, err.str().find('\n')), "filem: d/f changed since it was staged");
 }
