@@ -204,7 +204,7 @@ void Pager::start()
         }
     }
     _isDirect = !_hasPager;
-    const std::string held = std::move(_held);
+    const std::string held = std::exchange(_held, {});
     take(held.data(), held.size());
 }
 

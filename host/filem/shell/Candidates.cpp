@@ -203,8 +203,10 @@ void Candidates::add(std::string_view typed, std::string_view word, bool isWhole
 void Candidates::sort()
 {
     std::ranges::sort(list, {}, &Candidate::word);
-    const auto rest = std::ranges::unique(list, {}, &Candidate::word);
-    list.erase(rest.begin(), rest.end());
+    const auto rest = std::unique(list.begin(), list.end(), [](const Candidate& one, const Candidate& other) {
+        return one.word == other.word;
+    });
+    list.erase(rest, list.end());
 }
 
 Candidates candidatesFor(const Words& words, CommandKind kind, const std::function<Session&()>& session)

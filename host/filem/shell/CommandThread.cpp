@@ -25,6 +25,8 @@ using Clock = std::chrono::steady_clock;
 
 /// Within a tenth of a second the operator has the prompt again.
 constexpr std::chrono::milliseconds PATIENCE(80);
+/// Keys that come so soon were typed ahead, not to end anything.
+constexpr std::chrono::milliseconds TYPED_AHEAD(300);
 
 int millisecondsUntil(const std::optional<Clock::time_point>& time)
 {
@@ -116,6 +118,11 @@ bool CommandThread::isBusy() const
 bool CommandThread::wait(Until until)
 {
     std::optional<Clock::time_point> end;
+    std::optional<Clock::time_point> keysCount;
+    if (until == Until::InterruptOrKey)
+    {
+        keysCount = Clock::now() + TYPED_AHEAD;
+    }
     while (true)
     {
         if (ShellSignals::mustEnd())
@@ -123,11 +130,11 @@ bool CommandThread::wait(Until until)
             interrupt::request();
             Pager::stop();
         }
-        const bool looksForKey = until == Until::InterruptOrKey && !end;
+        const bool looksForKey = keysCount && Clock::now() >= *keysCount && !end;
         std::array<pollfd, 3> events = {{{_idle, POLLIN, 0},
                                          {_signals.descriptor(), POLLIN, 0},
                                          {looksForKey ? STDIN_FILENO : -1, POLLIN, 0}}};
-        poll(events.data(), events.size(), millisecondsUntil(end));
+        poll(events.data(), events.size(), millisecondsUntil(end || looksForKey ? end : keysCount));
         if (events[0].revents != 0)
         {
             // what the work has written is seen from here on

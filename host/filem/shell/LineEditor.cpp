@@ -118,6 +118,8 @@ LineEditor::Input LineEditor::edit(const std::string& prompt)
     _prompt = prompt;
     _lineOfTab.clear();
     _isCancelled = false;
+    // before the prompt is drawn, so that the terminal doesn't echo what comes at once
+    el_set(_editor, EL_PREP_TERM, 1);
     int count = 0;
     const char* const text = _isGone ? nullptr : el_gets(_editor, &count);
     if (_isGone)
@@ -292,7 +294,8 @@ std::string LineEditor::toLastRow() const
     const std::size_t columns = terminal::sizeOf(STDERR_FILENO).columns;
     const std::size_t atCursor = width(_prompt) + width(printable({line->buffer, line->cursor}));
     const std::size_t atEnd = atCursor + width(printable({line->cursor, line->lastchar}));
-    return std::string(atEnd / columns - atCursor / columns, '\n');
+    std::string down(atEnd / columns - atCursor / columns, '\n');
+    return down;
 }
 
 void LineEditor::print(std::string_view text) const

@@ -8,6 +8,8 @@
 #include "filem/output/Quoting.h"
 #include "staging/Children.h"
 
+#include <array>
+
 namespace zolhost::filem
 {
 
@@ -17,24 +19,18 @@ namespace
 /// More are of no use to anybody who reads them.
 constexpr std::size_t MOST = 10'000;
 
-/// By which the child is found; that which begins as is typed, if one does. The value that is listed comes
-/// first unless it could be another's.
-std::string wordFor(const Child& child, std::string_view typed)
+/// By which the child is found, the best first: the value that is listed, unless it could be another's.
+std::array<std::string, 2> wordsFor(const Child& child)
 {
     const std::string name = child.place.name();
     const bool isFile = child.place.isFile();
-    const bool isFoundByValue = !isFile && directoryNameOf(child.value) == name;
+    const bool isSurelyFoundByValue = !isFile && directoryNameOf(child.value) == name;
     const bool isFoundByName = isFile || directoryNameOf(name) == name;
-    const std::string& first = isFoundByValue || !isFoundByName ? child.value : name;
-    const std::string& second = isFoundByName ? name : child.value;
-    for (const auto* const word : {&first, &second, &child.value})
+    if (isSurelyFoundByValue || !isFoundByName)
     {
-        if (word->starts_with(typed))
-        {
-            return *word;
-        }
+        return {child.value, isFoundByName ? name : child.value};
     }
-    return first;
+    return {name, child.value};
 }
 
 class Search
@@ -56,7 +52,8 @@ public:
         {
             add("..", "/");
         }
-        // of very many, files come one by one and can be left at any time; a call that looks for directories can't
+        // of very many, files come one by one and can be left at any time; a call that looks for directories
+        // can't
         addFiles(parent);
         if (!_found.isCut)
         {
@@ -121,11 +118,15 @@ private:
     bool take(const Child& child, const std::string& end)
     {
         interrupt::check();
-        const std::string word = wordFor(child, _typed);
-        // a comma ends a value of a DN
-        if (!_isDn || word.find(',') == std::string::npos)
+        for (const auto& word : wordsFor(child))
         {
-            add(word, end);
+            // a comma ends a value of a DN
+            const bool isTaken = word.starts_with(_typed) && (!_isDn || word.find(',') == std::string::npos);
+            if (isTaken)
+            {
+                add(word, end);
+                break;
+            }
         }
         _found.isCut = _found.list.size() > MOST;
         return !_found.isCut;

@@ -25,10 +25,10 @@ std::string shownPlace(const Place& place)
     std::string shown = printable(names.back());
     for (auto name = names.rbegin() + 1; name != names.rend(); ++name)
     {
-        const std::string longer = printable(*name) + "/" + shown;
+        const std::string longer = printable(*name).append("/").append(shown);
         if (width(longer) > LONGEST_PLACE)
         {
-            shown = "…/" + shown;
+            shown.insert(0, "…/");
             break;
         }
         shown = longer;
