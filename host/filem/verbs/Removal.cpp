@@ -4,6 +4,7 @@
 #include "filem/verbs/Factories.h"
 
 #include <CLI/CLI.hpp>
+#include <optional>
 
 namespace zolhost::filem
 {
@@ -58,12 +59,11 @@ protected:
                 "matches")
             ->type_name("REGEX");
         declarePlaces(parser, _places, "files; with --matching, directories");
-        _hasExpression = parser.get_option("--matching");
     }
 
     std::vector<Request> requests(Session& session) override
     {
-        if (_hasExpression->count() == 0)
+        if (!_expression)
         {
             auto requests = requestsFor(session, _places, Wanted::File, Kind::RemoveFile);
             for (const auto& request : requests)
@@ -75,7 +75,7 @@ protected:
         auto requests = requestsFor(session, _places, Wanted::Directory, Kind::RemoveMatching);
         for (auto& request : requests)
         {
-            request.expression = _expression;
+            request.expression = *_expression;
         }
         return requests;
     }
@@ -90,8 +90,7 @@ private:
         }
     }
 
-    std::string _expression;
-    const CLI::Option* _hasExpression = nullptr;
+    std::optional<std::string> _expression;
     Words _places;
 };
 
