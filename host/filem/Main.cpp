@@ -1,93 +1,30 @@
-#include "engine/ConfigurationText.h"
 #include "engine/Host.h"
 #include "engine/HostFailure.h"
-#include "engine/PolicyModel.h"
 #include "engine/RootDirectory.h"
 #include "filem/CommandLine.h"
+#include "filem/CompleteCommand.h"
+#include "filem/HostSetup.h"
 #include "filem/Script.h"
 #include "filem/Session.h"
 #include "filem/output/Interrupt.h"
 #include "filem/output/Pager.h"
 #include "filem/output/PrintableText.h"
-#include "filem/output/Quoting.h"
 #include "filem/output/Terminal.h"
-#include "filem/shell/Candidates.h"
 #include "filem/shell/Shell.h"
 #include "filem/verbs/Help.h"
 
 #include <algorithm>
 #include <exception>
-#include <fcntl.h>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <optional>
 #include <sstream>
-#include <string_view>
-#include <system_error>
 #include <unistd.h>
 
 namespace
 {
 
 using namespace zolhost::filem;
-namespace fs = std::filesystem;
-
-/// Absolute and without links, which the component would not follow where a path goes back by "..".
-std::string rootDirectory(const fs::path& root)
-{
-    std::error_code error;
-    const fs::path directory = fs::canonical(root, error);
-    if (!error && !fs::is_directory(directory, error) && !error)
-    {
-        error = std::make_error_code(std::errc::not_a_directory);
-    }
-    if (error)
-    {
-        throw CommandFailure(ExitCode::NoHost,
-                             "there is no root " + printable(root.string()) + ": " + error.message());
-    }
-    return directory.string();
-}
-
-/// Absolute, so that it is taken for a path whatever it begins with.
-std::string configurationDocument(const fs::path& file)
-{
-    if (!fs::is_regular_file(file))
-    {
-        throw CommandFailure(ExitCode::NoHost, "there is no configuration " + printable(file.string()));
-    }
-    return fs::absolute(file).string();
-}
-
-std::string configurationOf(const CommandLine& line)
-{
-    if (line.root)
-    {
-        return zolhost::configurationFor(rootDirectory(*line.root));
-    }
-    return line.config ? configurationDocument(*line.config) : zolhost::configurationWithoutRoot();
-}
-
-zolhost::Host::Setup setupOf(const CommandLine& line)
-{
-    zolhost::Host::Setup setup;
-    setup.library = line.library ? *line.library : zolhost::Host::defaultLibrary();
-    setup.configuration = configurationOf(line);
-    try
-    {
-        if (line.policies)
-        {
-            setup.policies = zolhost::readPolicies(*line.policies);
-        }
-    }
-    catch (const zolhost::BadModel& bad)
-    {
-        throw CommandFailure(ExitCode::Usage, "the policies " + printable(line.policies->string()) +
-                                                  " can't be used: " + printable(bad.what()));
-    }
-    return setup;
-}
 
 /// Wrong use needs no host to be told, nor does help. Nothing if the command is to be run.
 std::optional<ExitCode> answerWithoutHost(const CommandLine& line)
@@ -171,40 +108,11 @@ ExitCode runText(zolhost::Host& host, const std::string& root, const CommandLine
     return runScript(session, text, line.keepsGoing);
 }
 
-constexpr std::string_view COMPLETE = "__complete";
-
-/// The hidden command that completions of other shells call: __complete -- WORD...
-bool isToBeCompleted(const CommandLine& line)
-{
-    return line.command.size() > 2 && line.command[0] == COMPLETE && line.command[1] == "--";
-}
-
-/// What the last word can become, one a line.
-void printCandidates(const CommandLine& line)
-{
-    std::optional<zolhost::Host> host;
-    std::optional<Session> session;
-    const auto openSession = [&]() -> Session& {
-        const auto setup = setupOf(line);
-        host.emplace(setup);
-        const std::string root = zolhost::rootDirectoryOf(*host, setup.configuration);
-        return session.emplace(*host, root, Session::Surroundings(), std::cout, std::cerr);
-    };
-    const Words words(line.command.begin() + 2, line.command.end());
-    auto candidates = candidatesFor(words, CommandKind::Alone, openSession);
-    candidates.sort();
-    for (const auto& candidate : candidates.list)
-    {
-        const bool isPrintable = printable(candidate.word) == candidate.word;
-        std::cout << (isPrintable ? candidate.word : shellQuoted(candidate.word)) << '\n';
-    }
-}
-
 ExitCode run(const CommandLine& line)
 {
-    if (isToBeCompleted(line))
+    if (isCompleteCommand(line))
     {
-        printCandidates(line);
+        printCandidates(line, std::cout);
         return ExitCode::Done;
     }
     if (const auto code = answerWithoutHost(line))
@@ -221,6 +129,7 @@ ExitCode run(const CommandLine& line)
                                  "the script " + printable(line.script->string()) + " can't be read");
         }
     }
+    keepLogFromOperator();
     const auto setup = setupOf(line);
     zolhost::Host host(setup);
     const std::string root = zolhost::rootDirectoryOf(host, setup.configuration);
@@ -279,26 +188,11 @@ int runProgram(int argc, char** argv)
     }
 }
 
-/// Also if the rest can't be understood.
-bool asksForCompletion(const Words& arguments)
-{
-    const auto complete = std::ranges::find(arguments, COMPLETE);
-    return complete != arguments.end() && std::none_of(arguments.begin(), complete, findVerb);
-}
-
-/// Whoever types a line wants no failures in it.
-void silenceErrors()
-{
-    const int silence = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    dup2(silence, STDERR_FILENO);
-    close(silence);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (!asksForCompletion(Words(argv + std::min(argc, 1), argv + argc)))
+    if (!asksForCandidates(Words(argv + std::min(argc, 1), argv + argc)))
     {
         return runProgram(argc, argv);
     }

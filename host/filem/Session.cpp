@@ -93,6 +93,15 @@ ExitCode Session::runVerb(const VerbDescription& description, const Words& argum
     return verb->run(*this);
 }
 
+void Session::check() const
+{
+    interrupt::check();
+    if (!out())
+    {
+        throw CommandFailure(ExitCode::Failed, "standard output can't be written");
+    }
+}
+
 void Session::warn(const std::string& text) const
 {
     out().flush();

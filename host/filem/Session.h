@@ -52,6 +52,9 @@ public:
 
     std::ostream& out() const { return *_out; }
     std::ostream& err() const { return _err; }
+    /// For loops: throws Interrupted if the operator asked for it, and CommandFailure if nobody takes the
+    /// data.
+    void check() const;
     void warn(const std::string& text) const; ///< no control bytes in it
     Mode mode() const { return _surroundings.mode; }
     bool canAsk() const { return _surroundings.canAsk; }

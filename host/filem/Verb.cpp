@@ -1,12 +1,14 @@
 #include "filem/Verb.h"
 
 #include "filem/output/PrintableText.h"
+#include "filem/output/Terminal.h"
 #include "filem/verbs/Factories.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <ostream>
 #include <sstream>
+#include <unistd.h>
 
 namespace zolhost::filem
 {
@@ -51,14 +53,23 @@ constexpr VerbDescription VERBS[] = {
     {"quit", "exit", VerbKind::Session, "ends the session", "", makeQuit},
 };
 
-/// Lines of at most 80 columns.
+/// As wide as the terminal, within what is pleasant to read.
+std::size_t columnsForHelp()
+{
+    constexpr std::size_t FEWEST = 80;
+    constexpr std::size_t MOST = 120;
+    return terminal::isTerminal(STDOUT_FILENO)
+               ? std::clamp(terminal::sizeOf(STDOUT_FILENO).columns, FEWEST, MOST)
+               : FEWEST;
+}
+
 class Formatter : public CLI::Formatter
 {
 public:
     std::string make_option(const CLI::Option* option, bool isPositional) const override
     {
         constexpr std::size_t INDENT = 22;
-        constexpr std::size_t COLUMNS = 80;
+        const std::size_t columns = columnsForHelp();
         std::string line = "  " + make_option_name(option, isPositional) + make_option_opts(option);
         line += line.size() + 2 <= INDENT ? std::string(INDENT - line.size(), ' ')
                                           : "\n" + std::string(INDENT, ' ');
@@ -67,7 +78,7 @@ public:
         std::size_t column = INDENT;
         for (std::string word; words >> word; column += word.size() + 1)
         {
-            if (column + word.size() > COLUMNS)
+            if (column + word.size() > columns)
             {
                 text += "\n" + std::string(INDENT, ' ');
                 column = INDENT;

@@ -76,7 +76,7 @@ void printEnvironment(Mdoc& page)
     printVariable(
         page, "ZOL_LOG_LEVEL",
         "A number from 0. Log messages of that severity and below come out, and from 8 on all traces. "
-        "It is 4 if it isn't set.");
+        "If neither this nor ZOL_LOG_FILE is set, nothing does; with the file alone it is 4.");
     printVariable(
         page, "ZOL_LOG_FILE",
         "The file that the lines of the log are appended to. Without it they go to standard error.");

@@ -25,6 +25,7 @@ public:
         What what = What::Changed;
 
         bool operator==(const Drift&) const = default;
+        // NOLINTNEXTLINE(modernize-use-nullptr): the checker misreads it
         auto operator<=>(const Drift&) const = default;
     };
 

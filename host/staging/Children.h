@@ -20,8 +20,9 @@ struct Child
     bool isOnDisk = true; ///< the name on disk was found; if not, it is taken from the value
 };
 
-/// Visits the directories and then the files, which in the root are no objects, each in the component's order, until the function returns
-/// false. The memory of the host doesn't grow with their number. Throws Refusal.
+/// Visits the directories and then the files, which in the root are no objects, each in the component's
+/// order, until the function returns false. The memory of the host doesn't grow with their number. Throws
+/// Refusal.
 void eachChild(const ManagedObjects& objects, const Plan& plan, const Place& place,
                const std::function<bool(const Child& child)>& visit);
 

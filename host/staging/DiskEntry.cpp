@@ -63,6 +63,11 @@ std::optional<DiskEntry> lookUp(const std::string& path)
     return entry;
 }
 
+bool meansAbsence(int error)
+{
+    return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG || error == ELOOP;
+}
+
 std::optional<std::vector<std::string>> namesIn(const std::string& directory)
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(directory.c_str()), closedir);
@@ -102,6 +107,13 @@ std::string directoryAbove(const std::string& path)
 std::string lastNameOf(const std::string& path)
 {
     return path.substr(path.rfind('/') + 1);
+}
+
+std::string pathIn(const std::string& directory, const std::string& name)
+{
+    std::string path;
+    path.reserve(directory.size() + 1 + name.size());
+    return path.append(directory).append(1, '/').append(name);
 }
 
 } // namespace zolhost

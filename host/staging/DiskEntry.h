@@ -38,6 +38,9 @@ struct DiskEntry
 /// Nothing if it isn't there or can't be looked at; `errno` says which.
 std::optional<DiskEntry> lookUp(const std::string& path);
 
+/// Whether nothing can be there, by the error number of looking it up.
+bool meansAbsence(int error);
+
 /// The names in a directory, in the disk's order. Nothing if it can't be read; `errno` says why.
 std::optional<std::vector<std::string>> namesIn(const std::string& directory);
 
@@ -50,5 +53,8 @@ std::string withoutSlash(const std::string& path);
 std::string directoryAbove(const std::string& path);
 
 std::string lastNameOf(const std::string& path);
+
+/// The path of an entry of a directory.
+std::string pathIn(const std::string& directory, const std::string& name);
 
 } // namespace zolhost

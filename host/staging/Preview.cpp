@@ -65,13 +65,20 @@ Preview::Item itemNotReached(Kind kind, const std::string& path, const std::stri
     return item;
 }
 
-void markRemovedAgain(std::vector<Preview::Item>& items, const SimulatedDisk& disk)
+/// What later items of the commit undo.
+void markUndone(std::vector<Preview::Item>& items, SimulatedDisk& disk)
 {
     for (auto& item : items)
     {
-        const bool isMade = item.kind == Kind::MakeDirectory &&
-                            (item.outlook == Outlook::Done || item.outlook == Outlook::NothingToDo);
-        if (isMade && !disk.leadsSomewhere(item.path))
+        if (item.outlook != Outlook::Done && item.outlook != Outlook::NothingToDo)
+        {
+            continue;
+        }
+        if (item.kind == Kind::RemoveFile)
+        {
+            item.isMadeAgain = disk.isThere(item.path);
+        }
+        else if (item.kind == Kind::MakeDirectory && !disk.leadsSomewhere(item.path))
         {
             item.isRemovedAgain = true;
             item.why = "it goes again with another path of the same commit";
@@ -106,7 +113,10 @@ Preview previewOf(const Plan& plan, const Progress& progress)
         preview.items.push_back(endsAt.empty() ? itemOfRemoval(Kind::RemoveTree, path, disk)
                                                : itemNotReached(Kind::RemoveTree, path, endsAt));
     }
-    markRemovedAgain(preview.items, disk);
+    if (!plan.madeDirectories().empty())
+    {
+        markUndone(preview.items, disk);
+    }
     preview.made = disk.made();
     preview.removed = disk.removed();
     preview.cancelled = plan.cancelled();

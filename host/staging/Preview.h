@@ -51,7 +51,8 @@ struct Preview
         Outlook outlook = Outlook::Done;
         std::string why;             ///< of what isn't Done, in words for an operator
         mode_t mode = 0;             ///< of a directory to be made
-        bool isRemovedAgain = false; ///< a directory that goes with a tree of the same commit
+        bool isMadeAgain = false;    ///< a file in whose place there is a directory at the end
+        bool isRemovedAgain = false; ///< a directory whose path leads to nothing at the end
         std::uint64_t bytes = 0;     ///< of a file to be removed
         Contents contents;           ///< what goes along with a directory to be removed
     };

@@ -29,7 +29,7 @@ std::vector<std::string> markersIn(const std::string& directory)
 {
     std::vector<std::string> markers;
     std::ranges::copy_if(MARKERS, std::back_inserter(markers), [&](const std::string& name) {
-        return statusOf(directory + '/' + name).has_value();
+        return statusOf(pathIn(directory, name)).has_value();
     });
     return markers;
 }
@@ -68,7 +68,7 @@ private:
         for (const auto& name : namesIn(directory).value_or(std::vector<std::string>{}))
         {
             _progress.count();
-            const std::string path = directory + '/' + name;
+            const std::string path = pathIn(directory, name);
             const auto entry = lookUp(path);
             if (entry && entry->kind == EntryKind::File)
             {
@@ -93,7 +93,7 @@ private:
         {
             for (const auto& marker : markersIn(directory))
             {
-                _found.markersBelow.push_back(directory + '/' + marker);
+                _found.markersBelow.push_back(pathIn(directory, marker));
             }
         }
     }
@@ -115,11 +115,10 @@ private:
         return _plan.removedFiles().contains(path) || _plan.removedTrees().contains(path);
     }
 
-    /// A component looks a link's target up as the link holds it.
+    /// A component looks a target up as the link holds it, a relative one from the working directory.
     static bool leadsToDirectory(const std::string& link)
     {
-        const std::string target = linkTargetOf(link);
-        const auto status = target.starts_with('/') ? statusOf(target) : std::nullopt;
+        const auto status = statusOf(linkTargetOf(link));
         return status && S_ISDIR(status->st_mode);
     }
 

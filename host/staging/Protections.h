@@ -26,8 +26,8 @@ struct Protections
 };
 
 /// A file is visible if a component counts it: a regular file, no link, no marker, not among `removedFiles`
-/// or below `removedTrees` of the plan. Links to directories by absolute targets are gone through, as a
-/// component does, each directory once.
+/// or below `removedTrees` of the plan. Links to directories are gone through, as a component does, each
+/// directory once; a relative target is looked up from the working directory.
 Protections protectionsOf(const std::string& path, const Plan& plan, const Progress& progress = {});
 
 /// The names of marker files.

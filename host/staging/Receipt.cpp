@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <optional>
+#include <set>
+#include <utility>
 
 namespace zolhost
 {
@@ -21,17 +23,10 @@ using Outlook = Preview::Item::Outlook;
 using Item = Receipt::Item;
 using Result = Receipt::Item::Result;
 
-/// Whether a directory is to come to be under this name.
-bool isMadeAnew(const Preview& preview, const std::string& path)
-{
-    const auto made = std::ranges::lower_bound(preview.made, path, {}, &Preview::Made::path);
-    return made != preview.made.end() && made->path == path && !made->isThere;
-}
-
 /// Also if it can't be seen.
 bool isThere(const std::string& path)
 {
-    return lookUp(path) || (errno != ENOENT && errno != ENOTDIR);
+    return lookUp(path) || !meansAbsence(errno);
 }
 
 /// The path of the directory at which the commit seems to have ended; empty if there is none.
@@ -108,13 +103,17 @@ Item madeItem(const Preview::Item& previewed, const std::string& endedAt)
 }
 
 /// `isSame`: what is there was there before.
-Item removedItem(const Preview::Item& previewed, bool wasThere, bool isSame, bool isMadeAnew,
-                 const std::string& endedAt)
+Item removedItem(const Preview::Item& previewed, bool wasThere, bool isSame, const std::string& endedAt)
 {
     Item item = newItem(previewed);
     const std::string path = withoutSlash(previewed.path);
+    if (previewed.outlook == Outlook::Fails && !isThere(directoryAbove(path) + '/'))
+    {
+        // a link on the way is gone, and what it led to not
+        return remaining(item, previewed.why);
+    }
     item.result = wasThere ? Result::Done : Result::WasSo;
-    if (!isThere(path) || (isMadeAnew && !isSame))
+    if (!isThere(path) || (previewed.isMadeAgain && !isSame))
     {
         return item;
     }
@@ -124,17 +123,24 @@ Item removedItem(const Preview::Item& previewed, bool wasThere, bool isSame, boo
 
 void count(const Preview& preview, Receipt& receipt, ProgressCounter& progress)
 {
-    for (const auto& made : preview.made)
+    std::set<std::pair<dev_t, ino_t>> made; // some of them stand where others were removed
+    for (const auto& entry : preview.made)
     {
         progress.count();
-        const auto now = lookUp(made.path);
-        receipt.directoriesMade += !made.isThere && now && now->kind == EntryKind::Directory ? 1 : 0;
+        const auto now = lookUp(entry.path);
+        if (!entry.isThere && now && now->kind == EntryKind::Directory)
+        {
+            ++receipt.directoriesMade;
+            made.emplace(now->device, now->number);
+        }
     }
     for (const auto& removed : preview.removed)
     {
         progress.count();
         const auto now = lookUp(removed.path);
-        if (now ? now->kind == removed.kind && !isMadeAnew(preview, removed.path) : isThere(removed.path))
+        const bool stays = now ? now->kind == removed.kind && !made.contains({now->device, now->number})
+                               : !meansAbsence(errno);
+        if (stays)
         {
             continue;
         }
@@ -190,8 +196,7 @@ Receipt receiptOf(const Preview& preview, const Receipt::Before& before, const P
         receipt.items.push_back(previewed.kind == Kind::MakeDirectory
                                     ? madeItem(previewed, endedAt)
                                     : removedItem(previewed, identity != Identity{},
-                                                  identity == Receipt::Before::identityOf(path),
-                                                  isMadeAnew(preview, path), endedAt));
+                                                  identity == Receipt::Before::identityOf(path), endedAt));
     }
     count(preview, receipt, counter);
     return receipt;

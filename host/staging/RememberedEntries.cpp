@@ -76,7 +76,7 @@ void RememberedEntries::addAllIn(std::size_t directory, const std::string& path,
     for (const auto& name : sortedNamesIn(path))
     {
         progress.count();
-        const auto entry = lookUp(path + '/' + name);
+        const auto entry = lookUp(pathIn(path, name));
         if (!entry)
         {
             continue;
@@ -93,7 +93,7 @@ void RememberedEntries::addAllIn(std::size_t directory, const std::string& path,
     _records[directory].children = static_cast<std::uint32_t>(_records.size() - first);
     for (std::size_t i = 0; i < directories.size(); ++i)
     {
-        addAllIn(indices[i], path + '/' + directories[i], progress);
+        addAllIn(indices[i], pathIn(path, directories[i]), progress);
     }
 }
 
@@ -140,7 +140,7 @@ void RememberedEntries::compareAllIn(const Record& directory, const std::string&
     const auto appearedUpTo = [&](const auto& isBefore) {
         for (; name != names.end() && isBefore(*name); ++name)
         {
-            visit(path + '/' + *name, DiskChange::Appeared);
+            visit(pathIn(path, *name), DiskChange::Appeared);
         }
     };
     for (std::uint32_t i = 0; i < directory.children; ++i)
@@ -148,7 +148,7 @@ void RememberedEntries::compareAllIn(const Record& directory, const std::string&
         const Record& record = _records[directory.firstChild + i];
         const char* const remembered = &_names[record.name];
         appearedUpTo([&](const std::string& other) { return other < remembered; });
-        compare(record, path + '/' + remembered, progress, visit);
+        compare(record, pathIn(path, remembered), progress, visit);
         if (name != names.end() && *name == remembered)
         {
             ++name;

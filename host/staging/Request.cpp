@@ -1,7 +1,9 @@
 #include "staging/Request.h"
 
+#include "engine/NameForms.h"
 #include "engine/Refusal.h"
 #include "engine/Vetting.h"
+#include "staging/DiskEntry.h"
 #include "staging/Protections.h"
 
 #include <algorithm>
@@ -35,15 +37,6 @@ OnDisk lookAt(const std::string& path)
     return lstat(path.c_str(), &status) == 0 ? OnDisk::Something : OnDisk::Nothing;
 }
 
-std::string withoutClosingSlash(std::string path)
-{
-    while (path.size() > 1 && path.ends_with('/'))
-    {
-        path.pop_back();
-    }
-    return path;
-}
-
 bool isMade(const Plan& plan, const Place& place)
 {
     return plan.madeDirectories().contains(place.path());
@@ -75,6 +68,11 @@ void vetNewDirectory(const Place& place, const Plan& plan, const Safeguards& saf
 {
     vetting::requireCreatable(place);
     vetting::requireReachable(place.parent());
+    if (directoryNameOf(place.name()) != place.name())
+    {
+        refuse(Refusal::Kind::BadName, place,
+               "no directory can be made with \"\\2B\" in its name: it stands for a plus");
+    }
     if (!safeguards.throughLinks)
     {
         vetLinks(place, place.parent());
@@ -89,7 +87,7 @@ void vetNewDirectory(const Place& place, const Plan& plan, const Safeguards& saf
     {
         refuse(Refusal::Kind::Failed, place, "it is there already");
     }
-    const std::string path = withoutClosingSlash(place.path());
+    const std::string path = withoutSlash(place.path());
     if (lookAt(path) == OnDisk::Something && !plan.removedFiles().contains(path))
     {
         refuse(Refusal::Kind::Failed, place, "something else of this name is there");
@@ -101,7 +99,7 @@ void vetDirectory(const Place& place, const Plan& plan)
     if (!isMade(plan, place))
     {
         const OnDisk found = lookAt(place.path());
-        const std::string path = withoutClosingSlash(place.path());
+        const std::string path = withoutSlash(place.path());
         if (found == OnDisk::Nothing && lookAt(path) == OnDisk::Nothing)
         {
             refuseMissing(place);

@@ -30,11 +30,6 @@ bool isDirectory(const std::optional<DiskEntry>& entry)
     return entry && entry->kind == EntryKind::Directory;
 }
 
-bool meansAbsence(int error)
-{
-    return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG || error == ELOOP;
-}
-
 void add(const DiskEntry& entry, const std::string& shown, Contents& contents)
 {
     switch (entry.kind)
@@ -112,7 +107,7 @@ SimulatedDisk::Found SimulatedDisk::resolve(const std::string& path) const
             return {found.path, std::nullopt, ENOTDIR};
         }
         const std::string above = found.path;
-        found = entryAt(above + '/' + name);
+        found = entryAt(pathIn(above, name));
         if (!found.entry)
         {
             return found;
@@ -148,7 +143,7 @@ SimulatedDisk::Found SimulatedDisk::find(const std::string& path)
     {
         return {path, std::nullopt, directory.entry ? ENOTDIR : directory.error};
     }
-    return entryAt(directory.path + '/' + lastNameOf(path));
+    return entryAt(pathIn(directory.path, lastNameOf(path)));
 }
 
 std::string SimulatedDisk::whyNotChangeable(const Found& directory) const
@@ -192,7 +187,7 @@ std::string SimulatedDisk::makeWithMissingAbove(const std::string& path)
 
 std::string SimulatedDisk::makeOne(const std::string& path)
 {
-    Found found = find(path);
+    const Found found = find(path);
     const Found directory = above(path);
     if (found.entry)
     {
@@ -202,7 +197,7 @@ std::string SimulatedDisk::makeOne(const std::string& path)
     {
         return reason(found.error, isDirectory(directory.entry) ? path : directoryAbove(path));
     }
-    if (const std::string why = whyNotChangeable(directory); !why.empty())
+    if (std::string why = whyNotChangeable(directory); !why.empty())
     {
         return why;
     }
@@ -212,7 +207,7 @@ std::string SimulatedDisk::makeOne(const std::string& path)
     entry.mode = modeOfNew(*directory.entry);
     entry.owner = geteuid();
     entry.group = groupBit != 0 ? directory.entry->group : getegid();
-    _made.insert({std::move(found.path), {path, entry}});
+    _made.insert({found.path, {path, entry}});
     forgetAbove();
     return {};
 }
@@ -244,7 +239,7 @@ std::string SimulatedDisk::setMode(const std::string& path, mode_t& mode)
     }
     else
     {
-        if (const std::string why = whyModeCantChange(onDisk(found.path), *found.entry); !why.empty())
+        if (std::string why = whyModeCantChange(onDisk(found.path), *found.entry); !why.empty())
         {
             return why;
         }
@@ -325,27 +320,49 @@ bool SimulatedDisk::removeAllIn(const Found& directory, const std::string& shown
     const std::string whyNot = whyNotChangeable(directory);
     for (auto name = names->begin(); name != names->end(); ++name)
     {
-        const Found entry = entryAt(directory.path + '/' + *name);
-        const std::string entryShown = shown + '/' + *name;
+        const Found entry = entryAt(pathIn(directory.path, *name));
         if (!entry.entry && meansAbsence(entry.error))
         {
             continue;
         }
-        const bool isNew = _made.contains(entry.path);
-        if (!entry.entry || !removeOne(directory, whyNot, entry, entryShown, removal))
+        if (!removeOneIn(directory, whyNot, entry, shown, removal))
         {
-            if (!entry.entry)
-            {
-                removal.why = reason(entry.error);
-                removal._where = entryShown;
-            }
             std::for_each(names->begin(), name,
-                          [&](const std::string& before) { _gone.insert(directory.path + '/' + before); });
+                          [&](const std::string& before) { _gone.insert(pathIn(directory.path, before)); });
             return false;
         }
-        if (!isNew)
+    }
+    return true;
+}
+
+/// One of several, of a directory that is to go itself.
+bool SimulatedDisk::removeOneIn(const Found& directory, const std::string& whyNot, const Found& entry,
+                                const std::string& directoryShown, Removal& removal)
+{
+    const std::string shown = pathIn(directoryShown, lastNameOf(entry.path));
+    if (!entry.entry)
+    {
+        removal.why = reason(entry.error);
+        removal._where = shown;
+        return false;
+    }
+    const bool isNew = _made.contains(entry.path);
+    if (!removeOne(directory, whyNot, entry, shown, removal))
+    {
+        return false;
+    }
+    if (!isNew)
+    {
+        add(*entry.entry, shown, removal.contents);
+    }
+    if (entry.entry->kind == EntryKind::Link && directory.path != directoryShown)
+    {
+        _gone.insert(entry.path);
+        if (!leadsSomewhere(directoryShown))
         {
-            add(*entry.entry, entryShown, removal.contents);
+            removal.why = reason(ENOENT, "the path leads through a link that goes too");
+            removal._where = directoryShown;
+            return false;
         }
     }
     return true;
@@ -366,7 +383,7 @@ std::optional<std::vector<std::string>> SimulatedDisk::namesIn(const Found& dire
         if (!_gone.empty())
         {
             std::erase_if(
-                names, [&](const std::string& name) { return _gone.contains(directory.path + '/' + name); });
+                names, [&](const std::string& name) { return _gone.contains(pathIn(directory.path, name)); });
         }
     }
     const std::string prefix = directory.path + '/';
@@ -383,16 +400,20 @@ std::optional<std::vector<std::string>> SimulatedDisk::namesIn(const Found& dire
 
 std::vector<Preview::Made> SimulatedDisk::made() const
 {
+    // a link on the way may have been removed
+    const auto named = [&](const std::string& shown, const std::string& path) {
+        return leadsSomewhere(shown) ? shown : path;
+    };
     std::vector<Preview::Made> made;
     for (const auto& [path, directory] : _made)
     {
-        made.push_back({directory.shown, directory.entry.mode, false});
+        made.push_back({named(directory.shown, path), directory.entry.mode, false});
     }
     for (const auto& [path, changed] : _modes)
     {
         if (changed.before != changed.after)
         {
-            made.push_back({changed.shown, changed.after, true});
+            made.push_back({named(changed.shown, path), changed.after, true});
         }
     }
     std::ranges::sort(made, {}, &Preview::Made::path);

@@ -47,6 +47,8 @@ public:
 
     /// Whether a path leads to something.
     bool leadsSomewhere(const std::string& path) const { return resolve(path).entry.has_value(); }
+    /// Also for a link that leads nowhere.
+    bool isThere(const std::string& path) { return find(path).entry.has_value(); }
 
     std::vector<Preview::Made> made() const;
     std::vector<Preview::Removed> removed() const; ///< in byte order
@@ -88,6 +90,8 @@ private:
     /// Whether it goes. `whyNot` is what is in the way of all in the directory.
     bool removeOne(const Found& directory, const std::string& whyNot, const Found& entry,
                    const std::string& shown, Removal& removal);
+    bool removeOneIn(const Found& directory, const std::string& whyNot, const Found& entry,
+                     const std::string& directoryShown, Removal& removal);
     bool removeAllIn(const Found& directory, const std::string& shown, Removal& removal);
     std::optional<std::vector<std::string>> namesIn(const Found& directory) const;
 

@@ -9,7 +9,8 @@ folder that is gone afterwards, one bash in it, with filem in PATH. So the first
                         blocks and over commands for bash; whatever the prompt says must be what it says then
     ... Go on? [y/N] y  what stands behind the question is typed as its answer
 
-and the lines below are what is printed. "$ filem ..." directly above the line of a prompt opens a session, at a terminal.
+and the lines below are what is printed. "$ filem ..." directly above the line of a prompt opens a session, at a terminal
+as wide as COLUMNS=N in front of it says.
 A command for bash whose output shows a question and its answer is run at a terminal too.
 
 Times, durations, the names of users and of temporary files don't count. With --update the document gets what came
@@ -89,7 +90,7 @@ class Block:
                 steps.append(Step("$ ", line[2:], [line]))
             elif prompt:
                 if steps and not steps[-1].is_typed and not steps[-1].expected and \
-                        steps[-1].command.startswith("filem"):
+                        re.match(r"(COLUMNS=\d+ )?filem", steps[-1].command):
                     steps[-1].opens_session = True
                 steps.append(Step(prompt[1], prompt[2], [line]))
             elif not steps:
@@ -142,8 +143,9 @@ class Terminal:
     """A program at a terminal of its own."""
 
     def __init__(self, command, environment, folder):
+        width = re.search(r"\bCOLUMNS=(\d+) ", command)
         self._child = pexpect.spawn("/bin/bash", ["-c", command], env=environment, cwd=folder, encoding="utf-8",
-                                    dimensions=(1000, 200), timeout=PATIENCE)
+                                    dimensions=(1000, int(width[1]) if width else 200), timeout=PATIENCE)
         self._child.delaybeforesend = None
         self.is_over = False
 

@@ -1,5 +1,4 @@
 #include "filem/Session.h"
-#include "filem/output/Interrupt.h"
 #include "filem/output/Quoting.h"
 #include "filem/verbs/Factories.h"
 #include "filem/verbs/Reading.h"

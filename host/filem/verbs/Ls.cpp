@@ -1,6 +1,5 @@
 #include "engine/Refusal.h"
 #include "filem/Session.h"
-#include "filem/output/Interrupt.h"
 #include "filem/output/PrintableText.h"
 #include "filem/output/Quoting.h"
 #include "filem/output/Sizes.h"
@@ -30,11 +29,14 @@ struct FileFacts
 /// refuses that, as it does for one link that leads nowhere.
 class FactsOfFiles
 {
+    /// With more entries, the attribute would be all in memory before the first line is shown.
+    static constexpr std::size_t MANY = 20'000;
+
 public:
     FactsOfFiles(Session& session, const Place& directory)
         : _session(session)
     {
-        if (directory.isRoot() || !directory.isReachable() || isVeryLarge(directory))
+        if (directory.isRoot() || !directory.isReachable() || hasMoreEntriesThan(MANY, directory.path()))
         {
             return;
         }
@@ -63,20 +65,6 @@ public:
     }
 
 private:
-    /// The attribute would be all in memory before the first line is shown.
-    static bool isVeryLarge(const Place& directory)
-    {
-        constexpr std::size_t LARGE = 20'000;
-        std::error_code error;
-        std::size_t count = 0;
-        for (std::filesystem::directory_iterator entry(directory.path(), error), end;
-             !error && entry != end && count <= LARGE; entry.increment(error))
-        {
-            ++count;
-        }
-        return count > LARGE;
-    }
-
     void add(const StructValue& file)
     {
         std::string name;
@@ -344,7 +332,7 @@ private:
     {
         for (const auto& [name, why] : unlistedIn(session, place))
         {
-            interrupt::check();
+            session.check();
             if (_endsInNull)
             {
                 session.out() << name << '\0';

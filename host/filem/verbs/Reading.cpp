@@ -3,7 +3,6 @@
 #include "engine/Refusal.h"
 #include "engine/Vetting.h"
 #include "filem/Session.h"
-#include "filem/output/Interrupt.h"
 #include "filem/output/PrintableText.h"
 #include "filem/output/Quoting.h"
 #include "staging/Protections.h"
@@ -24,7 +23,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// Up to so many are sorted before the first is shown.
+/// A directory with more entries isn't sorted, so that the first is shown at once.
 constexpr std::size_t SORTED = 4096;
 
 [[noreturn]] void refuseMissing(const Place& place, const std::string& why = "no such object")
@@ -102,38 +101,53 @@ void requireObject(Session& session, const Place& place)
     }
 }
 
+bool hasMoreEntriesThan(std::size_t many, const std::string& directory)
+{
+    std::size_t count = 0;
+    std::error_code error;
+    for (fs::directory_iterator entry(directory, error), end; !error && entry != end && count <= many;
+         entry.increment(error))
+    {
+        ++count;
+    }
+    return count > many;
+}
+
 void eachChildInOrder(Session& session, const Place& place,
                       const std::function<void(const Child& child)>& visit)
 {
+    const bool isSorted = !hasMoreEntriesThan(SORTED, place.path());
     std::vector<Child> held;
-    bool areHeld = true;
-    const auto release = [&] {
-        for (const auto& child : held)
+    const auto take = [&](const Child& child) {
+        session.check();
+        if (isSorted)
+        {
+            held.push_back(child);
+        }
+        else
         {
             visit(child);
-        }
-        held.clear();
-    };
-    const auto objects = session.objects();
-    eachChild(objects, session.plan(), place, [&](const Child& child) {
-        interrupt::check();
-        if (!areHeld)
-        {
-            visit(child);
-            return true;
-        }
-        held.push_back(child);
-        if (held.size() > SORTED)
-        {
-            areHeld = false;
-            release();
         }
         return true;
-    });
+    };
+    const auto objects = session.objects();
+    if (isSorted)
+    {
+        eachChild(objects, session.plan(), place, take);
+    }
+    else
+    {
+        // a walk for directories would go past all files before the first line
+        if (!place.isRoot())
+        {
+            eachFile(objects, session.plan(), place, take);
+        }
+        eachDirectory(objects, session.plan(), place, take);
+    }
     std::ranges::sort(held, {}, [](const Child& child) {
         return std::tuple(child.place.isFile(), child.value, child.place.name());
     });
-    release();
+    std::ranges::for_each(held, visit);
     session.renewReads();
 }
 
@@ -155,7 +169,7 @@ std::vector<Place> directoriesIn(Session& session, const Place& place)
 {
     std::vector<Place> directories;
     eachDirectory(session.objects(), session.plan(), place, [&](const Child& child) {
-        interrupt::check();
+        session.check();
         if (isGoneDownTo(session, child))
         {
             directories.push_back(child.place);
@@ -172,7 +186,7 @@ std::vector<Unlisted> unlistedIn(Session& session, const Place& place)
     std::set<std::string> listed;
     const Plan& plan = session.plan();
     eachChild(session.objects(), plan, place, [&](const Child& child) {
-        interrupt::check();
+        session.check();
         listed.insert(child.place.name());
         return true;
     });

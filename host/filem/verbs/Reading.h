@@ -17,9 +17,12 @@ class Session;
 /// The place is an object, or will be. Throws Refusal.
 void requireObject(Session& session, const Place& place);
 
-/// Visits the children of a directory in the order of their values, directories first; of very many, in the
-/// component's order, so that the first comes at once and memory doesn't grow with their number. Can be
-/// interrupted.
+/// Whether the directory on disk holds more entries than so many.
+bool hasMoreEntriesThan(std::size_t many, const std::string& directory);
+
+/// Visits the children of a directory in the order of their values, directories first. If there are very many
+/// they come as the component gives them, files first, so that the first comes at once and memory doesn't
+/// grow with their number. Can be interrupted.
 void eachChildInOrder(Session& session, const Place& place,
                       const std::function<void(const Child& child)>& visit);
 

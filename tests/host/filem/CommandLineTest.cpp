@@ -165,3 +165,13 @@ TEST_F(CommandLineTest, LeavesTheLogToTheEnvironment)
     EXPECT_EQ(zoltest::runProcess({FILEM_PROGRAM, "ls"}, surroundings).exitCode, 5);
     EXPECT_TRUE(tree.exists("log"));
 }
+
+TEST_F(CommandLineTest, KeepsTheLogFromTheOperatorUnlessItIsWanted)
+{
+    tree.link("d/nowhere", "missing");
+    const Texts words = {FILEM_PROGRAM, "--root", tree.path(), "count", "d", "FileInformation"};
+    EXPECT_EQ(zoltest::runProcess(words), (Outcome{0, "0\n", ""}));
+    ProcessSurroundings surroundings;
+    surroundings.environment = {{"ZOL_LOG_LEVEL", "4"}};
+    EXPECT_THAT(zoltest::runProcess(words, surroundings).err, HasSubstr("refers to a non existing target"));
+}

@@ -68,9 +68,9 @@ protected:
     Preview committed()
     {
         auto preview = changes.preview();
-        const auto expected = zoltest::expectedAfter(preview, tree.path());
+        const zoltest::Expectation expectation(preview, tree.path());
         changes.commit();
-        EXPECT_EQ(zoltest::snapshotOf(tree.path()), expected);
+        EXPECT_EQ(zoltest::snapshotOf(tree.path()), expectation.after());
         return preview;
     }
 };
@@ -151,6 +151,17 @@ TEST_F(PreviewTest, DirectoryBehindALinkIsNamedThroughTheLink)
     EXPECT_EQ(items(preview), (Texts{"done l/f", "nothing l/: it is there", "done l/a/"}));
     EXPECT_EQ(made(preview), (Texts{"l 0770", "+l/a 0770"}));
     EXPECT_EQ(removed(preview), Texts{"l/f"});
+}
+
+TEST_F(PreviewTest, DirectoryBehindALinkThatGoesIsNamedWithoutIt)
+{
+    tree.directory("d");
+    tree.link("t/l", tree.path("d"));
+    changes.makeDirectory("t/l/a");
+    changes.removeTree("t");
+    const auto preview = committed();
+    EXPECT_TRUE(preview.items[0].isRemovedAgain);
+    EXPECT_EQ(made(preview), Texts{"+d/a 0770"});
 }
 
 TEST_F(PreviewTest, RemovedFileIsToldWithItsSize)
@@ -256,6 +267,18 @@ TEST_F(PreviewTest, LinkInTheNameOfATreeGoesItself)
     const auto preview = committed();
     EXPECT_EQ(removed(preview), Texts{"l"});
     EXPECT_TRUE(tree.exists("d/f"));
+}
+
+TEST_F(PreviewTest, TreeEndsWhereItTakesAwayTheLinkThatItsPathLeadsThrough)
+{
+    tree.file("d/e/f");
+    tree.link("d/e/l", tree.path());
+    changes.removeTree("d/e/l/d");
+    const auto preview = committed();
+    EXPECT_EQ(items(preview),
+              Texts{"fails d/e/l/d/: Directory not empty, in d/e: No such file or directory: the "
+                    "path leads through a link that goes too"});
+    EXPECT_FALSE(preview.changesNothing());
 }
 
 TEST_F(PreviewTest, DirectoryThatIsMadeInARemovedTreeIsNoChange)

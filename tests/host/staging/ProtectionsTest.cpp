@@ -1,6 +1,7 @@
 #include "staging/Protections.h"
 
 #include "staging/Plan.h"
+#include "support/ScopedDirectory.h"
 #include "support/TemporaryTree.h"
 
 #include <gtest/gtest.h>
@@ -115,7 +116,7 @@ TEST_F(ProtectionsTest, LeaveOutWhatTheTransactionRemoves)
     EXPECT_EQ(found.aFileBelow, tree.path("d/c2/x"));
 }
 
-TEST_F(ProtectionsTest, GoThroughLinksToDirectoriesByAbsoluteTargetsOnce)
+TEST_F(ProtectionsTest, GoThroughLinksToDirectoriesOnce)
 {
     tree.file("elsewhere/f");
     tree.file("elsewhere/.filemnodirectorycreate");
@@ -123,7 +124,6 @@ TEST_F(ProtectionsTest, GoThroughLinksToDirectoriesByAbsoluteTargetsOnce)
     tree.file("d/e/g");
     tree.link("d/again", tree.path("elsewhere"));
     tree.link("d/l", tree.path("elsewhere"));
-    tree.link("d/relative", "../elsewhere");
     tree.link("d/a-round", tree.path("d"));
     tree.file("d/e/.filemnodirectorydelete");
     const auto found = of("d");
@@ -133,6 +133,16 @@ TEST_F(ProtectionsTest, GoThroughLinksToDirectoriesByAbsoluteTargetsOnce)
 
     plan.removeTree(tree.path("d/again/"));
     plan.removeTree(tree.path("d/l/"));
+    EXPECT_EQ(of("d").filesBelow, 1U);
+}
+
+TEST_F(ProtectionsTest, LookRelativeTargetsUpFromTheWorkingDirectory)
+{
+    tree.file("elsewhere/f");
+    tree.link("d/l", "../elsewhere");
+    const zoltest::ScopedDirectory outside("/");
+    EXPECT_EQ(of("d").filesBelow, 0U);
+    const zoltest::ScopedDirectory inside(tree.path("d"));
     EXPECT_EQ(of("d").filesBelow, 1U);
 }
 

@@ -269,6 +269,15 @@ TEST_F(ReceiptTest, DirectoryBehindALinkIsDone)
     EXPECT_EQ(items(committed()), (Texts{"was so l/", "done l/a/"}));
 }
 
+TEST_F(ReceiptTest, TreeThatTookAwayTheLinkOnItsWayRemains)
+{
+    tree.file("d/e/f");
+    tree.link("d/e/l", tree.path());
+    changes.removeTree("d/e/l/d");
+    EXPECT_FALSE(committed().isComplete());
+    EXPECT_TRUE(tree.exists("d/e"));
+}
+
 TEST_F(ReceiptTest, WhatCannotBeSeenRemains)
 {
     EXPECT_TRUE(zoltest::holdsForOrdinaryUser(tree, [&] {

@@ -88,6 +88,11 @@ fs::path withoutLinksAbove(const fs::path& path)
     return fs::weakly_canonical(path.parent_path()) / path.filename();
 }
 
+std::string nameIn(const std::string& root, const fs::path& path)
+{
+    return path == root ? "." : path.string().substr(root.size() + 1);
+}
+
 void require(bool holds, const char* what)
 {
     if (!holds)
@@ -139,7 +144,10 @@ void StagedChanges::removeFile(const std::string& name)
     if (name.find('/') == std::string::npos)
     {
         // a component takes such an object for the root itself
-        objects.removeFile(ROOT, literally(name));
+        if (!objects.removeFile(ROOT, literally(name)))
+        {
+            return;
+        }
     }
     else
     {
@@ -169,7 +177,7 @@ bool StagedChanges::commit()
 
 Snapshot snapshotOf(const std::string& root)
 {
-    Snapshot snapshot;
+    Snapshot snapshot = {{".", described(root)}};
     for (const auto& entry :
          fs::recursive_directory_iterator(root, fs::directory_options::skip_permission_denied))
     {
@@ -178,17 +186,24 @@ Snapshot snapshotOf(const std::string& root)
     return snapshot;
 }
 
-Snapshot expectedAfter(const zolhost::Preview& preview, const std::string& root)
+Expectation::Expectation(const zolhost::Preview& preview, const std::string& root)
+    : _made(preview.made)
+    , _root(root)
+    , _snapshot(snapshotOf(root))
 {
-    Snapshot snapshot = snapshotOf(root);
-    const auto nameOf = [&](const fs::path& path) { return path.string().substr(root.size() + 1); };
     for (const auto& removed : preview.removed)
     {
-        EXPECT_EQ(snapshot.erase(nameOf(withoutLinksAbove(removed.path))), 1U) << removed.path;
+        EXPECT_EQ(_snapshot.erase(nameIn(_root, withoutLinksAbove(removed.path))), 1U) << removed.path;
     }
-    for (const auto& made : preview.made)
+}
+
+Snapshot Expectation::after() const
+{
+    Snapshot snapshot = _snapshot;
+    for (const auto& made : _made)
     {
-        const auto name = nameOf(made.isThere ? fs::canonical(made.path) : withoutLinksAbove(made.path));
+        const auto path = made.isThere ? fs::weakly_canonical(made.path) : withoutLinksAbove(made.path);
+        const std::string name = nameIn(_root, path);
         EXPECT_EQ(snapshot.contains(name), made.isThere) << made.path;
         snapshot[name] = directoryOf(made.mode);
     }

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 namespace zoltest
 {
@@ -55,12 +56,25 @@ private:
     zolhost::Plan _plan;
 };
 
-/// All that is below a folder, by its path relative to it: kind, mode, size or target. Links aren't followed.
+/// A folder as "." and all that is below it by its path relative to it: kind, mode, size or target. Links
+/// aren't followed.
 using Snapshot = std::map<std::string, std::string>;
 Snapshot snapshotOf(const std::string& root);
 
-/// What the snapshot will be after a commit. To be called before it.
-Snapshot expectedAfter(const zolhost::Preview& preview, const std::string& root);
+/// What a preview makes of a snapshot.
+class Expectation
+{
+public:
+    /// To be made before the commit,
+    Expectation(const zolhost::Preview& preview, const std::string& root);
+    /// and to be asked after it, when the paths of what is made lead where they should.
+    Snapshot after() const;
+
+private:
+    std::vector<zolhost::Preview::Made> _made;
+    std::string _root;
+    Snapshot _snapshot; // without what is removed
+};
 
 /// Runs the function in a child that root's rights don't help and that owns the tree's folder. Whether all of
 /// its expectations were met.
