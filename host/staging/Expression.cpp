@@ -8,12 +8,22 @@ namespace zolhost
 std::string forWholeName(const std::string& expression)
 {
     const bool hasAlternatives = expression.find('|') != std::string::npos;
-    return hasAlternatives && isValidExpression(expression) ? "(" + expression + ")" : expression;
+    if (!hasAlternatives || !isValidExpression(expression))
+    {
+        return expression;
+    }
+    std::string group = "(";
+    group += expression;
+    group += ')';
+    return group;
 }
 
 std::string anchored(const std::string& expression)
 {
-    return "^" + forWholeName(expression) + "$";
+    std::string whole = "^";
+    whole += forWholeName(expression);
+    whole += '$';
+    return whole;
 }
 
 bool isValidExpression(const std::string& expression)

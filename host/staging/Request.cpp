@@ -209,21 +209,17 @@ void vet(const Request& request, const Plan& plan, const Safeguards& safeguards)
         vetting::requireAction(place, "removeFile");
         vetting::requireReachable(place);
     }
-    else if (place.isFile() && place.parent().isRoot() && lookAt(place.path()) == OnDisk::Nothing)
-    {
-        refuseMissing(place);
-    }
-    else
-    {
-        vetting::requireDeletable(place);
-    }
     if (place.isFile())
     {
         vetFile(place);
     }
-    else
+    else if (place.isDirectory() && !place.isRoot())
     {
         vetDirectory(place, plan);
+    }
+    if (request.kind != Kind::RemoveMatching)
+    {
+        vetting::requireDeletable(place);
     }
     if (!safeguards.throughLinks)
     {

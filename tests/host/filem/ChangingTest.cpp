@@ -94,6 +94,10 @@ TEST_F(ChangingTest, RmSaysWhyNot)
     EXPECT_EQ(filem({"rm", "d/sub"}),
               refused("rm", "FileGroup=d,FileInformation=sub",
                       "it is a directory, which would go with all that is in it, whatever markers say"));
+    EXPECT_EQ(filem({"rm", "d"}),
+              refused("rm", "FileInformation=d",
+                      "it is a directory, which would go with all that is in it, whatever markers say"));
+    EXPECT_EQ(filem({"rm", "none"}), missing("rm", "FileInformation=none"));
     EXPECT_EQ(filem({"rm", "d/l"}),
               refused("rm", "FileGroup=d,FileInformation=l", "it is a symbolic link to " + tree.path("d/f")));
     EXPECT_EQ(filem({"rm", "d/.filemnodirectorydelete"}).exitCode, 4);

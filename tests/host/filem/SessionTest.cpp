@@ -134,6 +134,18 @@ TEST_F(SessionTest, GoesOnNoFurtherThanACommitThatFailsAndCanStageItAgain)
     EXPECT_EQ(session.run({"diff"}), ExitCode::Done);
 }
 
+TEST_F(SessionTest, EndsACommitAfterWhichSomethingRemainsWithACodeOfItsOwn)
+{
+    session.run({"mkdir", "a"});
+    session.run({"mkdir", "b"});
+    tree.file("b");
+    EXPECT_EQ(session.run({"commit"}), ExitCode::Remains);
+    EXPECT_EQ(out.str().substr(0, out.str().rfind(", ")),
+              "done     + a/  drwxrwx---\n"
+              "REMAINS  + b/  Not a directory: something else of this name is there\n"
+              "1 done, 1 remains: 1 directory made");
+}
+
 TEST_F(SessionTest, ShowsWhatTheComponentSaysAlsoIfItDoesWhatItIsAsked)
 {
     ThreadContext::table()->addMessage(1, "by the way\x1b");
