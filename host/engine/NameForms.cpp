@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/algorithm/string/trim.hpp>
+#include <filesystem>
 #include <sys/stat.h>
 
 namespace zolhost
@@ -109,17 +110,30 @@ std::string pathOfDn(std::string_view dn)
     return path;
 }
 
+std::string resolvedPath(const std::string& path)
+{
+    std::string resolved = std::filesystem::path("/" + path).lexically_normal().string();
+    // two slashes in front mean the same as one
+    resolved.erase(0, std::min(resolved.find_first_not_of('/'), resolved.size()));
+    while (resolved.ends_with('/'))
+    {
+        resolved.pop_back();
+    }
+    return resolved.empty() ? resolved : '/' + resolved;
+}
+
 std::string pathToDelete(std::string_view dn, const std::string& root)
 {
     for (const auto candidate : CANDIDATES)
     {
-        const std::string path = pathOfDn(replace_all_copy(std::string(dn), SUBSTITUTE, candidate));
-        if (isThere(root + path))
+        const std::string path =
+            resolvedPath(root + pathOfDn(replace_all_copy(std::string(dn), SUBSTITUTE, candidate)));
+        if (isThere(path))
         {
             return path;
         }
     }
-    return pathOfDn(dn);
+    return resolvedPath(root + pathOfDn(dn));
 }
 
 } // namespace zolhost

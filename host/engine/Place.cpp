@@ -116,6 +116,10 @@ std::string Place::path() const
 
 std::string Place::shortPath() const
 {
+    if (_names.empty() && !isRoot())
+    {
+        return std::string(_class->name) + "=" + std::string(_class->onlyValue);
+    }
     std::string path;
     for (const auto& name : _names)
     {
@@ -134,8 +138,8 @@ std::string Place::shownDn() const
 {
     const std::string shown = dnOf(shownValue);
     const std::string here = withoutClosingSlash(path());
-    const bool isFound = _rootDirectory + pathOfDn(shown) == here ||
-                         _rootDirectory + pathToDelete(shown, _rootDirectory) == here;
+    const bool isFound =
+        resolvedPath(_rootDirectory + pathOfDn(shown)) == here || pathToDelete(shown, _rootDirectory) == here;
     return isFound ? shown : dn();
 }
 
@@ -157,13 +161,12 @@ std::string Place::dnOf(std::string (*valueOf)(const std::string& name, bool isD
 
 bool Place::isReachable() const
 {
-    return _rootDirectory + pathOfDn(dn()) == withoutClosingSlash(path()) || _names.empty();
+    return resolvedPath(_rootDirectory + pathOfDn(dn())) == withoutClosingSlash(path()) || _names.empty();
 }
 
 bool Place::isReachableToDelete() const
 {
-    return isReachable() &&
-           _rootDirectory + pathToDelete(dn(), _rootDirectory) == withoutClosingSlash(path());
+    return isReachable() && pathToDelete(dn(), _rootDirectory) == withoutClosingSlash(path());
 }
 
 std::string linkOnTheWay(const Place& place)

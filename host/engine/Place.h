@@ -33,7 +33,7 @@ public:
     /// Absolute; of directories with a closing slash.
     std::string path() const;
     const std::string& rootDirectory() const { return _rootDirectory; }
-    /// The same below the root: "logs/a.log"; of the root, "/".
+    /// The same below the root: "logs/a.log"; of the root, "/"; of the configuration, its DN.
     std::string shortPath() const;
 
     /// By which the component is asked. It holds names as they are on disk where a value has no way back.

@@ -16,6 +16,12 @@ namespace
     throw Refusal(Refusal::Kind::BadName, place.dn(), why);
 }
 
+/// The name is a good one, but more than it says would be done.
+[[noreturn]] void refuseToTouch(const Place& place, const std::string& why)
+{
+    throw Refusal(Refusal::Kind::Failed, place.dn(), why);
+}
+
 std::string nameOfClass(const Place& place)
 {
     return std::string(place.moClass().name);
@@ -35,7 +41,7 @@ void requireDeletable(const Place& place)
 {
     if (place.isRoot())
     {
-        refuse(place, "the root of the tree can't be removed");
+        refuseToTouch(place, "the root of the tree can't be removed");
     }
     if (!place.moClass().canBeDeleted)
     {
@@ -43,7 +49,8 @@ void requireDeletable(const Place& place)
     }
     if (place.isFile() && place.parent().isRoot())
     {
-        refuse(place, "a file that lies directly in the root is no object: its name would stand for the root "
+        refuseToTouch(place,
+                      "a file that lies directly in the root is no object: its name would stand for the root "
                       "with all that is in it");
     }
 }
@@ -76,7 +83,8 @@ void requireReachable(const Place& place)
 {
     if (!place.isReachable())
     {
-        refuse(place, "no name reaches it: a comma in a name ends the value, and \"\\2B\" stands for a plus");
+        refuseToTouch(place,
+                      "no name reaches it: a comma in a name ends the value, and \"\\2B\" stands for a plus");
     }
 }
 
@@ -85,8 +93,8 @@ void requireReachableToDelete(const Place& place)
     requireReachable(place);
     if (!place.isReachableToDelete())
     {
-        refuse(place, "\"?\?\" in its name stands for another character first, and " +
-                          pathToDelete(place.dn(), place.rootDirectory()) + " would be removed");
+        refuseToTouch(place, "\"?\?\" in its name stands for another character first, and " +
+                                 pathToDelete(place.dn(), place.rootDirectory()) + " would be removed");
     }
 }
 

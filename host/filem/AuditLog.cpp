@@ -3,6 +3,7 @@
 #include "filem/ExitCode.h"
 #include "filem/output/Json.h"
 #include "filem/output/PrintableText.h"
+#include "filem/output/ReceiptText.h"
 #include "filem/output/RequestText.h"
 
 #include <array>
@@ -104,16 +105,10 @@ void AuditLog::append(const std::vector<Request>& requests, const StagedTransact
     entry["outcome"] = !outcome.failure.empty()       ? "failed"
                        : outcome.receipt.isComplete() ? "committed"
                                                       : "committed, something remains";
-    entry["remains"] = Json::array();
+    entry["items"] = Json::array();
     for (const auto& item : outcome.receipt.items)
     {
-        if (item.result == Receipt::Item::Result::Remains)
-        {
-            Json remaining;
-            setText(remaining, "path", item.path);
-            setText(remaining, "why", item.why);
-            entry["remains"].push_back(remaining);
-        }
+        entry["items"].push_back(jsonOf(item));
     }
     setText(entry, "comment", comment);
     write(_file, entry);

@@ -28,7 +28,7 @@ inline constexpr ExitCodeMeaning EXIT_CODES[] = {
     {ExitCode::Done, "done; of a preview: nothing would change"},
     {ExitCode::Failed, "refused or failed; of a preview: something would change"},
     {ExitCode::Usage, "wrong use, or a name that can't be one"},
-    {ExitCode::Remains, "committed, but something remains; of a preview: it would be refused"},
+    {ExitCode::Remains, "committed, but something remains; of a preview: it would, or is refused"},
     {ExitCode::NoSuchObject, "no such object"},
     {ExitCode::NoHost, "no library or no root"},
 };

@@ -168,11 +168,19 @@ int runProgram(int argc, char** argv)
     try
     {
         const ExitCode code = run(parseCommandLine(argc, argv));
+        if (!std::cout.flush() && terminal::isReaderGone(STDOUT_FILENO))
+        {
+            return static_cast<int>(ExitCode::Failed);
+        }
         if (!std::cout.flush())
         {
             return report(ExitCode::Failed, "standard output can't be written");
         }
         return static_cast<int>(code);
+    }
+    catch (const Interrupted&)
+    {
+        return static_cast<int>(ExitCode::Failed);
     }
     catch (const CommandFailure& failure)
     {

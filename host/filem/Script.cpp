@@ -30,6 +30,10 @@ public:
         try
         {
             _code = runLine(_session, line);
+            if (_code == ExitCode::Remains && !mayFail && _firstFailure == ExitCode::Done)
+            {
+                _firstFailure = _code;
+            }
         }
         catch (const CommandFailure& failure)
         {

@@ -5,9 +5,11 @@
 #include "filem/output/CommitSignals.h"
 #include "filem/output/Interrupt.h"
 #include "filem/output/PrintableText.h"
+#include "filem/output/Terminal.h"
 
 #include <algorithm>
 #include <ostream>
+#include <unistd.h>
 #include <utility>
 
 namespace zolhost::filem
@@ -96,6 +98,11 @@ ExitCode Session::runVerb(const VerbDescription& description, const Words& argum
 void Session::check() const
 {
     interrupt::check();
+    if (!out() && terminal::isReaderGone(STDOUT_FILENO))
+    {
+        // whoever reads has enough
+        throw Interrupted();
+    }
     if (!out())
     {
         throw CommandFailure(ExitCode::Failed, "standard output can't be written");
@@ -169,7 +176,15 @@ StagedTransaction::Outcome Session::commit(const std::string& comment)
     {
         _dropped = transaction->requests();
     }
-    _audit.append(transaction->requests(), outcome, comment);
+    try
+    {
+        _audit.append(transaction->requests(), outcome, comment);
+    }
+    catch (const CommandFailure& failure)
+    {
+        // what was done is told all the same
+        warn(failure.what());
+    }
     return outcome;
 }
 

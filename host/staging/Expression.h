@@ -13,6 +13,9 @@ std::string forWholeName(const std::string& expression);
 /// What the component makes of it.
 std::string anchored(const std::string& expression);
 
+/// Why it can't be made to mean the whole name; empty if it can.
+std::string whyNotForWholeName(const std::string& expression);
+
 bool isValidExpression(const std::string& expression);
 
 } // namespace zolhost

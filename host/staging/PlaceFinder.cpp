@@ -88,7 +88,7 @@ Place PlaceFinder::findDn(std::string_view text) const
             return place.configuration();
         }
         const bool isFile = part.moClass->name == "FileInformation";
-        place = below(place, part.value, isFile ? Wanted::File : Wanted::Directory, text);
+        place = below(place, part.value, isFile ? Wanted::File : Wanted::Directory, text, true);
     }
     return place;
 }
@@ -121,14 +121,14 @@ Place PlaceFinder::findPath(std::string_view text, const Place& from, Wanted wan
         }
         else if (!value.empty() && value != ".")
         {
-            place = below(place, value, isLast ? wanted : Wanted::Directory, text);
+            place = below(place, value, isLast ? wanted : Wanted::Directory, text, false);
         }
     }
     return place;
 }
 
-Place PlaceFinder::below(const Place& parent, std::string_view value, Wanted wanted,
-                         std::string_view whole) const
+Place PlaceFinder::below(const Place& parent, std::string_view value, Wanted wanted, std::string_view whole,
+                         bool isInDn) const
 {
     if (!parent.isDirectory())
     {
@@ -137,46 +137,43 @@ Place PlaceFinder::below(const Place& parent, std::string_view value, Wanted wan
     const std::string directory = parent.path();
     const std::string text(value);
     const std::string decoded = directoryNameOf(value);
-    const bool isMade = _plan.madeDirectories().contains(directory + decoded + '/');
-    if (wanted != Wanted::File)
+    const auto isDirectoryName = [&](const std::string& name) {
+        return _plan.madeDirectories().contains(directory + name + '/') || leadsToDirectory(directory + name);
+    };
+    // the name on disk wins, but a DN means what a component takes it for
+    if (wanted != Wanted::File && !isInDn && isDirectoryName(text))
     {
-        // what is decoded to something else is never taken as it stands
-        if (isMade || leadsToDirectory(directory + decoded))
-        {
-            return parent.directory(decoded);
-        }
-        const auto names = namesShownAs(value, directory, true);
-        if (names.size() > 1)
-        {
-            refuse(whole, "it is the value of more than one directory: " + names[0] + " and " + names[1]);
-        }
-        if (names.size() == 1)
-        {
-            return parent.directory(names.front());
-        }
-        if (wanted == Wanted::Directory)
-        {
-            return parent.directory(decoded);
-        }
+        return parent.directory(text);
     }
-    if (!isThere(directory + text))
+    if (wanted != Wanted::Directory && isThere(directory + text))
     {
-        const auto names = namesShownAs(value, directory, false);
-        if (names.size() > 1)
-        {
-            refuse(whole, "it is the value of more than one file: " + names[0] + " and " + names[1]);
-        }
-        if (names.size() == 1)
-        {
-            return parent.file(names.front());
-        }
-        if (wanted == Wanted::Anything && parent.isRoot())
-        {
-            // no file there can be an object
-            return parent.directory(decoded);
-        }
+        return parent.file(text);
     }
-    return parent.file(text);
+    if (wanted != Wanted::File && isDirectoryName(decoded))
+    {
+        return parent.directory(decoded);
+    }
+    const auto directories =
+        wanted == Wanted::File ? std::vector<std::string>() : namesShownAs(value, directory, true);
+    const auto files =
+        wanted == Wanted::Directory ? std::vector<std::string>() : namesShownAs(value, directory, false);
+    if (directories.size() + files.size() > 1)
+    {
+        auto names = directories;
+        names.insert(names.end(), files.begin(), files.end());
+        refuse(whole, "it is the value of more than one name: " + names[0] + " and " + names[1]);
+    }
+    if (!directories.empty())
+    {
+        return parent.directory(directories.front());
+    }
+    if (!files.empty())
+    {
+        return parent.file(files.front());
+    }
+    // in the root no file can be an object
+    const bool isDirectory = wanted == Wanted::Directory || (wanted == Wanted::Anything && parent.isRoot());
+    return isDirectory ? parent.directory(decoded) : parent.file(text);
 }
 
 } // namespace zolhost

@@ -39,7 +39,8 @@ private:
     Place findDn(std::string_view text) const;
     Place findPath(std::string_view text, const Place& from, Wanted wanted) const;
     /// One step downwards.
-    Place below(const Place& parent, std::string_view value, Wanted wanted, std::string_view whole) const;
+    Place below(const Place& parent, std::string_view value, Wanted wanted, std::string_view whole,
+                bool isInDn) const;
 
     std::string _rootDirectory;
     const Plan& _plan;

@@ -1,5 +1,7 @@
 #include "staging/Preview.h"
 
+#include <algorithm>
+
 #include "staging/DiskEntry.h"
 #include "staging/SimulatedDisk.h"
 
@@ -121,6 +123,13 @@ Preview previewOf(const Plan& plan, const Progress& progress)
     preview.removed = disk.removed();
     preview.cancelled = plan.cancelled();
     return preview;
+}
+
+bool Preview::isComplete() const
+{
+    return std::ranges::none_of(items, [](const Item& item) {
+        return item.outlook == Item::Outlook::Fails || item.outlook == Item::Outlook::NotReached;
+    });
 }
 
 } // namespace zolhost

@@ -80,6 +80,8 @@ struct Preview
     std::vector<Removed> removed; ///< in byte order
     std::vector<Plan::Cancelled> cancelled;
 
+    /// Everything that is planned would be so after the commit.
+    bool isComplete() const;
     bool changesNothing() const { return made.empty() && removed.empty(); }
 };
 

@@ -8,8 +8,10 @@
 #include "staging/Protections.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
+#include <system_error>
 #include <zol/common/RegularExpression.h>
 
 namespace zolhost
@@ -79,6 +81,10 @@ void vetNewDirectory(const Place& place, const Plan& plan, const Safeguards& saf
         vetLinks(place, place.parent());
     }
     const Place above = place.parent();
+    if (!isMade(plan, above) && lookAt(withoutSlash(above.path())) == OnDisk::Something)
+    {
+        refuse(Refusal::Kind::Failed, place, "what stands above it is no directory");
+    }
     if (!isMade(plan, above) && lookAt(above.path()) != OnDisk::Directory)
     {
         refuse(Refusal::Kind::NoSuchObject, place, "the directory above it isn't there; -p makes it too");
@@ -121,6 +127,10 @@ void vetFile(const Place& place)
     switch (lookAt(place.path()))
     {
     case OnDisk::Nothing:
+        if (errno == EACCES)
+        {
+            refuse(Refusal::Kind::Failed, place, std::generic_category().message(EACCES));
+        }
         refuseMissing(place);
     case OnDisk::Directory:
         refuse(Refusal::Kind::Failed, place,
@@ -208,6 +218,10 @@ void vet(const Request& request, const Plan& plan, const Safeguards& safeguards)
     {
         vetting::requireAction(place, "removeFile");
         vetting::requireReachable(place);
+        if (const std::string why = whyNotForWholeName(request.expression); !why.empty())
+        {
+            refuse(Refusal::Kind::BadName, place, why);
+        }
     }
     if (place.isFile())
     {
@@ -225,6 +239,11 @@ void vet(const Request& request, const Plan& plan, const Safeguards& safeguards)
     {
         // a link itself is the component's to refuse, and what is in a link the host's
         vetLinks(place, request.kind == Kind::RemoveMatching ? place : place.parent());
+    }
+    if (request.kind == Kind::RemoveFile)
+    {
+        // a file that no DN reaches is told by an expression, in a directory that one does
+        vetting::requireReachable(place.parent());
     }
     if (request.kind == Kind::RemoveTree)
     {

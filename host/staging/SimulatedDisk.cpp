@@ -66,7 +66,7 @@ SimulatedDisk::Found SimulatedDisk::entryAt(std::string path) const
     {
         return {std::move(path), made->second.entry};
     }
-    if (lastNameOf(path).size() > NAME_MAX)
+    if (lastNameOf(path).size() > NAME_MAX || path.size() >= PATH_MAX)
     {
         return {std::move(path), std::nullopt, ENAMETOOLONG};
     }

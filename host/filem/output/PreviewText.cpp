@@ -195,7 +195,7 @@ private:
         {
             line(Colour::Going, "-", item.path, contents.empty() ? "empty" : "with " + contents);
         }
-        if (item.outlook == Item::Outlook::NotReached)
+        if (item.outlook == Item::Outlook::NotReached || item.outlook == Item::Outlook::NothingToDo)
         {
             return;
         }
@@ -294,6 +294,15 @@ void printJson(const Session& session, const Preview& preview)
 }
 
 } // namespace
+
+ExitCode codeOf(const Preview& preview)
+{
+    if (!preview.isComplete())
+    {
+        return ExitCode::Remains;
+    }
+    return preview.changesNothing() ? ExitCode::Done : ExitCode::Failed;
+}
 
 std::string totalsText(const Preview& preview)
 {

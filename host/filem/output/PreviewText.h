@@ -1,5 +1,6 @@
 #pragma once
 
+#include "filem/ExitCode.h"
 #include "staging/Preview.h"
 
 #include <string>
@@ -8,6 +9,9 @@ namespace zolhost::filem
 {
 
 class Session;
+
+/// Done if nothing would change, Failed if something would, and Remains if not all of it could be done.
+ExitCode codeOf(const Preview& preview);
 
 /// What a commit would do, item by item with what goes along, and the totals; as JSON one object a line.
 void print(const Session& session, const Preview& preview, bool isJson);

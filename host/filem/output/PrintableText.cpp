@@ -11,9 +11,12 @@ namespace zolhost::filem
 namespace
 {
 
+/// What moves the cursor, turns the direction of writing or can't be seen.
 bool isControl(char32_t character)
 {
-    return character < 0x20 || (character >= 0x7f && character < 0xa0);
+    const auto isIn = [=](char32_t first, char32_t last) { return character >= first && character <= last; };
+    return character < 0x20 || isIn(0x7f, 0x9f) || isIn(0x200b, 0x200f) || isIn(0x2028, 0x202e) ||
+           isIn(0x2060, 0x206f) || character == 0xfeff;
 }
 
 void appendEscaped(std::string& result, std::string_view bytes)

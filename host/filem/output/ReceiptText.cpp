@@ -54,7 +54,7 @@ std::string lineOf(const Session& session, const Item& item)
                                                name);
     if (isMade && !remains)
     {
-        line += "  " + modeText(item.mode);
+        line += item.mode == 0 ? "  made and removed again" : "  " + modeText(item.mode);
     }
     if (!item.why.empty())
     {
@@ -102,16 +102,7 @@ void printJson(const Session& session, const Outcome& outcome)
     {
         Json object;
         object["kind"] = "item";
-        object["operation"] = item.kind == Preview::Item::Kind::MakeDirectory ? "make directory"
-                              : item.kind == Preview::Item::Kind::RemoveFile  ? "remove file"
-                                                                              : "remove tree";
-        setText(object, "path", item.path);
-        object["result"] = item.result == Item::Result::Remains ? "remains" : resultText(item.result);
-        setText(object, "why", item.why);
-        if (item.kind == Preview::Item::Kind::MakeDirectory)
-        {
-            object["mode"] = modeText(item.mode);
-        }
+        object.update(jsonOf(item));
         session.out() << object.dump() << '\n';
     }
     const Receipt& receipt = outcome.receipt;
@@ -148,6 +139,22 @@ void printText(const Session& session, const Outcome& outcome, bool isWhole)
 }
 
 } // namespace
+
+Json jsonOf(const Receipt::Item& item)
+{
+    Json object;
+    object["operation"] = item.kind == Preview::Item::Kind::MakeDirectory ? "make directory"
+                          : item.kind == Preview::Item::Kind::RemoveFile  ? "remove file"
+                                                                          : "remove tree";
+    setText(object, "path", item.path);
+    object["result"] = item.result == Item::Result::Remains ? "remains" : resultText(item.result);
+    setText(object, "why", item.why);
+    if (item.kind == Preview::Item::Kind::MakeDirectory)
+    {
+        object["mode"] = modeText(item.mode);
+    }
+    return object;
+}
 
 ExitCode commitAndTell(Session& session, const std::string& comment, ReceiptForm form)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "filem/ExitCode.h"
+#include "filem/output/Json.h"
 #include "staging/StagedTransaction.h"
 
 #include <string>
@@ -9,6 +10,9 @@ namespace zolhost::filem
 {
 
 class Session;
+
+/// Its keys: operation, path, result, why and, of a directory that is made, mode.
+Json jsonOf(const Receipt::Item& item);
 
 struct ReceiptForm
 {

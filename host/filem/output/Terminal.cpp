@@ -1,6 +1,7 @@
 #include "filem/output/Terminal.h"
 
 #include <cstdlib>
+#include <poll.h>
 #include <string_view>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -21,6 +22,12 @@ Size sizeOf(int descriptor)
         return {24, 80};
     }
     return {size.ws_row, size.ws_col};
+}
+
+bool isReaderGone(int descriptor)
+{
+    pollfd pipe = {descriptor, 0, 0};
+    return poll(&pipe, 1, 0) == 1 && (pipe.revents & POLLERR) != 0;
 }
 
 bool takesColours(int descriptor)

@@ -85,6 +85,8 @@ ExitCode Shell::run()
 void Shell::runLine(const std::string& line)
 {
     _code = ExitCode::Done;
+    // of a command that was given up before
+    _wasInterrupted = false;
     try
     {
         for (const auto& pipeline : parseLine(line))

@@ -59,7 +59,7 @@ ExitCode ChangeVerb::dryRun(Session& session) const
     const Preview preview = session.transaction().preview(session.progress("preview").function());
     print(session, preview, _isJson);
     session.abort(true);
-    return preview.changesNothing() ? ExitCode::Done : ExitCode::Failed;
+    return codeOf(preview);
 }
 
 void ChangeVerb::agree(Session& session) const

@@ -33,6 +33,10 @@ public:
     ExitCode run(Session& session) override
     {
         _pattern = std::make_unique<Zol::RegularExpression>(anchored(_expression), REG_EXTENDED | REG_NOSUB);
+        if (const std::string why = whyNotForWholeName(_expression); !why.empty())
+        {
+            throw CommandFailure(ExitCode::Usage, "find: " + why);
+        }
         if (!_pattern->isExpressionValid())
         {
             throw CommandFailure(ExitCode::Usage, "find: the regular expression is not valid");

@@ -137,6 +137,10 @@ public:
 
     ExitCode run(Session& session) override
     {
+        if (_endsInNull && (_isLong || _isJson))
+        {
+            throw CommandFailure(ExitCode::Usage, "ls: -0 goes with neither -l nor --json");
+        }
         std::vector<Place> places;
         for (const auto& text : _places)
         {
@@ -161,10 +165,7 @@ private:
     {
         if (!place.isDirectory())
         {
-            if (place.isFile())
-            {
-                listFile(session, place);
-            }
+            listOne(session, place);
             return;
         }
         printHead(session, place);
@@ -198,7 +199,7 @@ private:
         }
     }
 
-    void listFile(Session& session, const Place& place)
+    void listOne(Session& session, const Place& place)
     {
         const Child child{place, place.value()};
         if (_isJson)
@@ -224,7 +225,7 @@ private:
         {
             facts.emplace(session, place);
         }
-        if (place.isRoot())
+        if (place.isRoot() && !_endsInNull)
         {
             printAny(session, {place.configuration(), "1"}, facts);
         }
@@ -268,7 +269,7 @@ private:
     {
         if (_endsInNull)
         {
-            session.out() << child.place.name() << '\0';
+            session.out() << (_isRecursive ? child.place.shortPath() : child.place.name()) << '\0';
             return;
         }
         const std::string marks = child.isNew ? "  +" : child.isLink ? "  @" : "";

@@ -3,6 +3,7 @@
 #include "filem/output/Quoting.h"
 #include "filem/verbs/Change.h"
 #include "filem/verbs/Factories.h"
+#include "staging/Protections.h"
 
 #include <algorithm>
 
@@ -71,6 +72,11 @@ private:
         {
             session.warn(shellQuoted(place.name()) +
                          " has a comma, which ends a value in a DN: no DN will reach what is in it");
+        }
+        if (isMarkerName(place.name()))
+        {
+            session.warn(shellQuoted(place.shortPath()) +
+                         " will count as a marker of the directory that it is in");
         }
         requests.push_back({Request::Kind::MakeDirectory, place});
     }

@@ -9,10 +9,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <ctime>
 #include <filesystem>
 #include <set>
 #include <sys/stat.h>
+#include <system_error>
 #include <tuple>
 
 namespace zolhost::filem
@@ -65,6 +67,33 @@ std::string whyUnlisted(const Session& session, const Plan& plan, const Place& p
                                                                      : "no regular file";
 }
 
+/// 0 if the directory can be read.
+int errorOfReading(const std::string& directory)
+{
+    std::error_code error;
+    const fs::directory_iterator first(directory, error);
+    return error.value();
+}
+
+/// What is in a directory that is to be removed is listed as it is on disk.
+void warnIfStagedToGo(Session& session, const Place& place)
+{
+    const auto& removed = session.plan().removedTrees();
+    for (Place above = place;; above = above.parent())
+    {
+        const bool isGoing = removed.contains(above.path()) ||
+                             (above.isFile() && session.plan().removedFiles().contains(above.path()));
+        if (isGoing)
+        {
+            session.warn(shellQuoted(above.shortPath()) + " is staged to be removed");
+        }
+        if (above.isRoot())
+        {
+            return;
+        }
+    }
+}
+
 } // namespace
 
 void requireObject(Session& session, const Place& place)
@@ -80,6 +109,11 @@ void requireObject(Session& session, const Place& place)
             refuseMissing(place);
         }
         vetting::requireReachable(place);
+        if (const int error = errorOfReading(place.path()); error != 0 && error != ENOENT)
+        {
+            throw Refusal(Refusal::Kind::Failed, place.dn(), std::generic_category().message(error));
+        }
+        warnIfStagedToGo(session, place);
         return;
     }
     const auto status = statusOf(place.path());
@@ -97,8 +131,13 @@ void requireObject(Session& session, const Place& place)
     }
     if (!status)
     {
+        if (errno == EACCES)
+        {
+            throw Refusal(Refusal::Kind::Failed, place.dn(), std::generic_category().message(EACCES));
+        }
         refuseMissing(place);
     }
+    warnIfStagedToGo(session, place);
 }
 
 bool hasMoreEntriesThan(std::size_t many, const std::string& directory)
@@ -160,6 +199,12 @@ bool isGoneDownTo(const Session& session, const Child& child)
     if (!child.place.isReachable())
     {
         session.warn(shellQuoted(child.place.shortPath()) + " is left out: no name reaches it");
+        return false;
+    }
+    if (const int error = errorOfReading(child.place.path()); error != 0 && !child.isNew)
+    {
+        session.warn(shellQuoted(child.place.shortPath()) +
+                     " is left out: " + std::generic_category().message(error));
         return false;
     }
     return true;

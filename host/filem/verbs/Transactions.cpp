@@ -19,7 +19,7 @@ namespace
 
 using Drift = Baseline::Drift;
 
-std::string driftText(Drift::What what)
+std::string whatText(Drift::What what)
 {
     switch (what)
     {
@@ -46,6 +46,13 @@ std::string shown(const Session& session, const std::string& path)
     return shownPath(path, session.rootDirectory());
 }
 
+/// "appeared since logs/ was staged".
+std::string driftText(const Session& session, const Drift& drift)
+{
+    const std::string since = isItself(drift) ? "it" : shown(session, drift.staged);
+    return whatText(drift.what) + " since " + since + " was staged";
+}
+
 void warnOfDrift(Session& session)
 {
     if (!session.hasStaged())
@@ -55,7 +62,7 @@ void warnOfDrift(Session& session)
     const auto drift = session.transaction().drift(session.progress("drift").function());
     for (const auto& change : drift)
     {
-        session.warn(shown(session, change.path) + " " + driftText(change.what) + " since it was staged");
+        session.warn(shown(session, change.path) + " " + driftText(session, change));
     }
     for (const auto& held : session.transaction().heldElsewhere())
     {
@@ -76,7 +83,7 @@ public:
         const Preview preview = session.transaction().preview(progress.function());
         progress.clear();
         print(session, preview, _isJson);
-        return preview.changesNothing() ? ExitCode::Done : ExitCode::Failed;
+        return codeOf(preview);
     }
 
 private:
@@ -111,10 +118,7 @@ public:
         for (const auto& change : drift)
         {
             session.out() << session.colours().paint(Colour::Warning, "! " + shown(session, change.path))
-                          << "  " << driftText(change.what) << " since "
-                          << (isItself(change) ? "it was staged"
-                                               : shown(session, change.staged) + " was staged")
-                          << '\n';
+                          << "  " << driftText(session, change) << '\n';
         }
         for (const auto& held : transaction.heldElsewhere())
         {
@@ -141,7 +145,7 @@ private:
             object["kind"] = "drift";
             setText(object, "staged", change.staged);
             setText(object, "path", change.path);
-            object["what"] = driftText(change.what);
+            object["what"] = whatText(change.what);
             session.out() << object.dump() << '\n';
         }
         for (const auto& held : session.transaction().heldElsewhere())

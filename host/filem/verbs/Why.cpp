@@ -7,6 +7,7 @@
 #include "filem/output/Sizes.h"
 #include "filem/output/ValueText.h"
 #include "filem/verbs/Factories.h"
+#include "staging/Preview.h"
 #include "staging/Protections.h"
 
 #include <ostream>
@@ -63,7 +64,7 @@ public:
         const Place place =
             session.place(_place, isOfFiles ? PlaceFinder::Wanted::Anything : PlaceFinder::Wanted::Directory);
         const Request request = {kindOf(_verb, place), place};
-        const std::string reason = reasonFor(session, request);
+        const auto [reason, code] = reasonFor(session, request);
         const Protections found =
             protectionsOf(place.path(), session.plan(), session.progress("looking").function());
         const auto policies = policiesOf(session, place);
@@ -75,21 +76,55 @@ public:
         {
             print(session, place, reason, found, policies);
         }
-        return reason.empty() ? ExitCode::Done : ExitCode::Failed;
+        return code;
     }
 
 private:
-    static std::string reasonFor(Session& session, const Request& request)
+    struct Reason
+    {
+        std::string why; ///< empty if nothing speaks against it
+        ExitCode code = ExitCode::Done;
+    };
+
+    static Reason reasonFor(Session& session, const Request& request)
     {
         try
         {
             vet(request, session.plan(), {});
-            return reasonAgainst(request, session.plan());
         }
         catch (const Refusal& refusal)
         {
-            return refusal.what();
+            const bool isMissing = refusal.kind() == Refusal::Kind::NoSuchObject;
+            return {refusal.what(), isMissing ? ExitCode::NoSuchObject : ExitCode::Failed};
         }
+        if (const std::string why = reasonAgainst(request, session.plan()); !why.empty())
+        {
+            return {why, ExitCode::Failed};
+        }
+        // the component would take it, but the system may not
+        Plan plan;
+        const std::string path = request.place.path();
+        switch (request.kind)
+        {
+        case Kind::MakeDirectory:
+            plan.makeDirectory(path);
+            break;
+        case Kind::RemoveFile:
+            plan.removeFile(path);
+            break;
+        default:
+            plan.removeTree(path);
+            break;
+        }
+        const Preview preview = previewOf(plan, session.progress("looking").function());
+        for (const auto& item : preview.items)
+        {
+            if (item.outlook == Preview::Item::Outlook::Fails)
+            {
+                return {"it would remain: " + item.why, ExitCode::Failed};
+            }
+        }
+        return {};
     }
 
     static AttributeValue policiesOf(Session& session, const Place& place)

@@ -84,9 +84,12 @@ TEST(NameForms, GiveThePathThatADeletionComesUponFirst)
     tree.directory("x=y");
     tree.directory("z");
     const auto found = [&](const std::string& below) { return pathToDelete(root + below, tree.path()); };
-    EXPECT_EQ(found(",FileGroup=d,FileInformation=a?\?b"), "/d/a;b");
-    EXPECT_EQ(found(",FileGroup=d,FileInformation=e?\?f"), "/d/e?\?f");
-    EXPECT_EQ(found(",FileGroup=x?\?y"), "/x=y");
-    EXPECT_EQ(found(",FileGroup=z?\?y"), "/z") << "a comma ends the value";
-    EXPECT_EQ(found(",FileGroup=none?\?"), "/none?\?");
+    EXPECT_EQ(found(",FileGroup=d,FileInformation=a?\?b"), tree.path("d/a;b"));
+    EXPECT_EQ(found(",FileGroup=d,FileInformation=e?\?f"), tree.path("d/e?\?f"));
+    EXPECT_EQ(found(",FileGroup=x?\?y"), tree.path("x=y"));
+    EXPECT_EQ(found(",FileGroup=z?\?y"), tree.path("z")) << "a comma ends the value";
+    EXPECT_EQ(found(",FileGroup=d,FileInformation=..?\?x"), tree.path()) << "what it leaves is resolved";
+    EXPECT_EQ(found(",FileGroup=z,FileInformation=?\?"), tree.path("z"))
+        << "an empty part counts for nothing";
+    EXPECT_EQ(found(",FileGroup=none?\?"), tree.path("none?\?"));
 }

@@ -30,7 +30,7 @@ TEST(Place, HasADnAPathAndAShortPath)
     };
     const Case cases[] = {
         {root, rootDn, "/tree/", "/", "1"},
-        {root.configuration(), rootDn + ",FileMConfigData=1", "/tree/", "/", "1"},
+        {root.configuration(), rootDn + ",FileMConfigData=1", "/tree/", "FileMConfigData=1", "1"},
         {root.directory("a"), rootDn + ",FileGroup=a", "/tree/a/", "a", "a"},
         {root.directory("a").directory("b+c"), rootDn + ",FileGroup=a,FileGroup=b\\2Bc", "/tree/a/b+c/",
          "a/b+c", "b\\2Bc"},

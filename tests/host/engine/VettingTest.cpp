@@ -50,9 +50,9 @@ TEST(Vetting, AsksForNothingThatTheModelDoesNotOffer)
         {outcomeOf([&] { requireCreatable(file); }), "bad name: a FileInformation can't be created"},
         {outcomeOf([&] { requireDeletable(group); }), "fine"},
         {outcomeOf([&] { requireDeletable(file); }), "fine"},
-        {outcomeOf([&] { requireDeletable(root); }), "bad name: the root of the tree can't be removed"},
+        {outcomeOf([&] { requireDeletable(root); }), "refused: the root of the tree can't be removed"},
         {outcomeOf([&] { requireDeletable(fileInRoot); }),
-         "bad name: a file that lies directly in the root is no object: its name would stand for the root "
+         "refused: a file that lies directly in the root is no object: its name would stand for the root "
          "with "
          "all that is in it"},
         {outcomeOf([&] { requireDeletable(config); }), "bad name: a FileMConfigData can't be removed"},
@@ -87,13 +87,13 @@ TEST(Vetting, AsksForNothingByANameThatTheComponentTakesForAnother)
     const Place group = Place(tree.path()).directory("d");
     using namespace vetting;
     const std::string comma =
-        "bad name: no name reaches it: a comma in a name ends the value, and \"\\2B\" stands for a plus";
+        "refused: no name reaches it: a comma in a name ends the value, and \"\\2B\" stands for a plus";
     EXPECT_EQ(outcomeOf([&] { requireReachable(group); }), "fine");
     EXPECT_EQ(outcomeOf([&] { requireReachable(group.directory("a+b")); }), "fine");
     EXPECT_EQ(outcomeOf([&] { requireReachable(group.directory("a,b")); }), comma);
     EXPECT_EQ(outcomeOf([&] { requireReachable(group.directory("a\\2Bb")); }), comma);
     EXPECT_EQ(outcomeOf([&] { requireReachableToDelete(group.file("a?\?b")); }), "fine");
-    EXPECT_EQ(
-        outcomeOf([&] { requireReachableToDelete(group.file("c?\?d")); }),
-        "bad name: \"?\?\" in its name stands for another character first, and /d/c;d would be removed");
+    EXPECT_EQ(outcomeOf([&] { requireReachableToDelete(group.file("c?\?d")); }),
+              "refused: \"?\?\" in its name stands for another character first, and " + tree.path("d/c;d") +
+                  " would be removed");
 }

@@ -62,7 +62,8 @@ TEST_F(ChangingTest, MkdirSaysWhyNot)
     EXPECT_EQ(filem({"mkdir", "d/new"}), refused("mkdir", "FileGroup=d,FileGroup=new",
                                                  "FileGroup does not allow child FileGroup to be created"));
     EXPECT_EQ(filem({"mkdir", "..."}), refused("mkdir", "FileGroup=...", "FileGroup name not allowed (...)"));
-    EXPECT_EQ(filem({"mkdir", "f/new"}).exitCode, 4);
+    EXPECT_EQ(filem({"mkdir", "f/new"}),
+              refused("mkdir", "FileGroup=f,FileGroup=new", "what stands above it is no directory"));
     EXPECT_EQ(filem({"mkdir", "/"}).exitCode, 2);
     EXPECT_EQ(filem({"mkdir", "f"}), refused("mkdir", "FileGroup=f", "something else of this name is there"));
     EXPECT_EQ(tree.listing(), before);
@@ -102,7 +103,7 @@ TEST_F(ChangingTest, RmSaysWhyNot)
               refused("rm", "FileGroup=d,FileInformation=l", "it is a symbolic link to " + tree.path("d/f")));
     EXPECT_EQ(filem({"rm", "d/.filemnodirectorydelete"}).exitCode, 4);
     EXPECT_EQ(filem({"rm", "top"}),
-              (Outcome{2, "",
+              (Outcome{1, "",
                        failure("rm", root + ",FileInformation=top",
                                "a file that lies directly in the root is no object: its name would stand for "
                                "the root with all that is in it")}));
@@ -173,8 +174,8 @@ TEST_F(ChangingTest, RmdirSaysWhyNot)
               refused("rmdir", "FileGroup=d,FileGroup=sub,FileGroup=g", "it is no directory"));
     EXPECT_EQ(filem({"rmdir", "x"}), missing("rmdir", "FileGroup=x"));
     EXPECT_EQ(filem({"rmdir", "/"}),
-              (Outcome{2, "", failure("rmdir", root, "the root of the tree can't be removed")}));
-    EXPECT_EQ(filem({"rmdir", "a,b"}).exitCode, 2);
+              (Outcome{1, "", failure("rmdir", root, "the root of the tree can't be removed")}));
+    EXPECT_EQ(filem({"rmdir", "a,b"}).exitCode, 1);
     EXPECT_EQ(tree.listing(), before);
 }
 
@@ -270,6 +271,38 @@ TEST_F(ChangingTest, DryRunShowsWhatWouldBeDoneAndDoesNothing)
     EXPECT_EQ(tree.listing(), before);
 }
 
+TEST_F(ChangingTest, DryRunTellsWhatCouldNotBeDone)
+{
+    tree.file("d/a");
+    const zoltest::TemporaryTree other;
+    // a name that a commit can't make: with the parent's path it is longer than the system takes
+    const std::string longName(255, 'x');
+    std::string path;
+    for (int i = 0; i < 16; ++i)
+    {
+        path += longName + "/";
+    }
+    EXPECT_EQ(filem({"mkdir", "-p", "-n", path}).exitCode, 3);
+}
+
+TEST_F(ChangingTest, TellsWhatWasDoneAlsoIfTheAuditFileIsFull)
+{
+    tree.file("d/a");
+    const Outcome outcome = run({"--root", tree.path(), "--audit", "/dev/full", "rm", "-v", "d/a"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_THAT(outcome.out, StartsWith("done     - d/a\n"));
+    EXPECT_THAT(outcome.err,
+                HasSubstr("the audit file can't be written to its end: No space left on device"));
+}
+
+TEST_F(ChangingTest, MkdirWarnsOfTheNameOfAMarker)
+{
+    EXPECT_EQ(
+        filem({"mkdir", ".filemnohousekeeping"}),
+        (Outcome{0, "",
+                 "filem: .filemnohousekeeping will count as a marker of the directory that it is in\n"}));
+}
+
 TEST_F(ChangingTest, VerboseTellsWhatBecameOfEachObject)
 {
     tree.file("d/a", "12345");
@@ -323,7 +356,7 @@ TEST_F(ChangingTest, WhyTellsWhatWouldRefuseAndAllThatProtects)
         (Outcome{1, "mkdir free: refused: it is there already\nfiles: 1 file in it or below, free/f\n", ""}));
     EXPECT_EQ(filem({"why", "rm", "d/f"}),
               (Outcome{0, "rm d/f: nothing speaks against it\nmarker above: .filemnohousekeeping\n", ""}));
-    EXPECT_EQ(filem({"why", "rm", "d/x"}).exitCode, 1);
+    EXPECT_EQ(filem({"why", "rm", "d/x"}).exitCode, 4);
     EXPECT_EQ(filem({"why", "ls", "d"}).exitCode, 2);
     EXPECT_EQ(tree.listing(), before);
 }

@@ -46,7 +46,7 @@ TEST_F(ReadingTest, LsListsDirectoriesAndThenFiles)
     EXPECT_EQ(filem({"ls", root + ",FileGroup=d"}), filem({"ls", "d/"}));
     EXPECT_EQ(filem({"ls", "d/b.log", "d/a=b"}), (Outcome{0, "b.log\n'a?\?b'\n", ""}));
     EXPECT_EQ(filem({"ls", "d", "B"}), (Outcome{0, "d:\nz/\n.hidden\n'a?\?b'\nb.log\n\nB:\n", ""}));
-    EXPECT_EQ(filem({"ls", "FileMConfigData=1"}), (Outcome{0, "", ""}));
+    EXPECT_EQ(filem({"ls", "FileMConfigData=1"}), (Outcome{0, "FileMConfigData=1\n", ""}));
 }
 
 TEST_F(ReadingTest, LsEndsWithTheCodeForNoSuchObject)
@@ -141,7 +141,7 @@ TEST_F(ReadingTest, NothingIsReadInADirectoryThatTheComponentTakesForAnother)
     const std::string why =
         "no name reaches it: a comma in a name ends the value, and \"\\2B\" stands for a plus";
     const std::string note = "filem: a,b is left out: no name reaches it\n";
-    EXPECT_EQ(filem({"ls", "a,b"}), (Outcome{2, "", failure("ls", root + ",FileGroup=a,b", why)}));
+    EXPECT_EQ(filem({"ls", "a,b"}), (Outcome{1, "", failure("ls", root + ",FileGroup=a,b", why)}));
     EXPECT_EQ(filem({"find"}), (Outcome{0, "a/\na,b/\na/f\n", note}));
     EXPECT_EQ(filem({"tree"}),
               (Outcome{0, "/\n├── a/\n│   └── f\n└── 'a?\?b/'\n\n2 directories, 1 file\n", note}));
@@ -153,6 +153,10 @@ TEST_F(ReadingTest, LsNullEndsNamesAsTheyAreOnDisk)
     tree.file("d/two\nlines");
     tree.file("d/a=b");
     EXPECT_EQ(filem({"ls", "-0", "d"}), (Outcome{0, std::string("a=b\0two\nlines\0", 14), ""}));
+    EXPECT_EQ(filem({"ls", "-0"}), (Outcome{0, std::string("d\0", 2), ""}))
+        << "the configuration has no name";
+    EXPECT_EQ(filem({"ls", "-R", "-0"}), (Outcome{0, std::string("d\0d/a=b\0d/two\nlines\0", 20), ""}));
+    EXPECT_EQ(filem({"ls", "-0", "-l"}), (Outcome{2, "", "filem: ls: -0 goes with neither -l nor --json\n"}));
 }
 
 TEST_F(ReadingTest, NamesNeverReachATerminalRawAndAreTakenAsTheyAreShown)
@@ -318,6 +322,25 @@ TEST_F(ReadingTest, CountCountsTheChildren)
     EXPECT_EQ(filem({"count", "e"}), missing("count", "FileGroup=e"));
     EXPECT_EQ(filem({"count", "/", "FileInformation"}),
               (Outcome{2, "", failure("count", root, "there is no FileInformation below a FileM")}));
+}
+
+TEST_F(ReadingTest, WarnsOfWhatIsStagedToGo)
+{
+    tree.file("d/sub/f");
+    EXPECT_EQ(script("rmtree d\nls d/sub\nabort\n"),
+              (Outcome{0, "f\n", "filem: d is staged to be removed\n"}));
+}
+
+TEST_F(ReadingTest, EndsWithoutAWordWhenNobodyReadsAnyMore)
+{
+    for (int i = 0; i < 5000; ++i)
+    {
+        tree.file("d/" + std::to_string(i), "");
+    }
+    const Outcome outcome = zoltest::runProcess(
+        {"/bin/bash", "-c",
+         std::string(FILEM_PROGRAM) + " --root " + tree.path() + " find d | head -1 >/dev/null"});
+    EXPECT_EQ(outcome, (Outcome{0, "", ""}));
 }
 
 TEST_F(ReadingTest, GivesTheSameBytesPipedAsPlain)

@@ -182,15 +182,19 @@ TEST_F(ScriptTest, NotesEachTransactionInTheAuditFile)
     const Outcome lines = zoltest::runProcess(
         {"/usr/bin/sed", "s/\"time\":\"[^\"]*\",\"user\":\"[^\"]*\",\"uid\":[0-9]*/WHO/", audit});
     const std::string who = "{WHO,\"root\":\"" + tree.path() + "\",\"staged\":[";
+    const std::string madeItem = R"({"operation":"make directory","path":")" + tree.path("new") +
+                                 R"(/","result":"done","why":"","mode":"drwxrwx---"})";
+    const std::string removedItem =
+        R"({"operation":"remove file","path":")" + tree.path("d/f") + R"(","result":"done","why":""})";
     const std::string made =
         R"({"verb":"mkdir","dn":")" + root + R"(,FileGroup=new","path":")" + tree.path("new") + R"(/"}])";
     const std::string removed = R"({"verb":"rm","dn":")" + root +
                                 R"(,FileGroup=d,FileInformation=f","path":")" + tree.path("d/f") + R"("}])";
-    EXPECT_EQ(lines.out, who + made +
-                             R"(,"outcome":"committed","remains":[],"comment":"for the \"books\""})" + "\n" +
-                             who + removed + R"(,"outcome":"aborted"})" + "\n" + who + removed +
-                             R"(,"outcome":"dry run"})" + "\n" + who + removed +
-                             R"(,"outcome":"committed","remains":[],"comment":"gone"})" + "\n");
+    EXPECT_EQ(lines.out, who + made + R"(,"outcome":"committed","items":[)" + madeItem +
+                             R"(],"comment":"for the \"books\""})" + "\n" + who + removed +
+                             R"(,"outcome":"aborted"})" + "\n" + who + removed + R"(,"outcome":"dry run"})" +
+                             "\n" + who + removed + R"(,"outcome":"committed","items":[)" + removedItem +
+                             R"(],"comment":"gone"})" + "\n");
     EXPECT_EQ(script("ls\n", {"--audit", tree.path("none/audit")}).exitCode, 1);
 }
 

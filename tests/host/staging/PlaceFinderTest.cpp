@@ -108,13 +108,34 @@ TEST_F(PlaceFinderTest, PrefersTheNameOnDiskAndRefusesAValueOfSeveralNames)
 {
     tree.file("d/a=b");
     tree.file("d/a;b");
-    EXPECT_EQ(whyRefused("d/a?\?b"), "it is the value of more than one file: a;b and a=b");
+    EXPECT_EQ(whyRefused("d/a?\?b"), "it is the value of more than one name: a;b and a=b");
     EXPECT_EQ(find("d/a;b"), root.directory("d").file("a;b"));
     tree.file("d/a?\?b");
     EXPECT_EQ(find("d/a?\?b"), root.directory("d").file("a?\?b"));
     tree.directory("x<");
     tree.directory("x>");
-    EXPECT_EQ(whyRefused("x?\?/f"), "it is the value of more than one directory: x< and x>");
+    EXPECT_EQ(whyRefused("x?\?/f"), "it is the value of more than one name: x< and x>");
+}
+
+TEST_F(PlaceFinderTest, PrefersTheNameOnDiskWhateverItIsOf)
+{
+    tree.file("d/a");
+    tree.directory("d/ a");
+    tree.file("d/?\?");
+    tree.directory("d/*");
+    tree.directory("d/x+y");
+    tree.directory("d/x\\2By");
+    tree.file("d/m\\2Bn");
+    tree.directory("d/m+n");
+    const Place directory = root.directory("d");
+    EXPECT_EQ(find("d/a"), directory.file("a"));
+    EXPECT_EQ(find("d/?\?"), directory.file("?\?"));
+    EXPECT_EQ(find("d/x\\2By"), directory.directory("x\\2By"));
+    EXPECT_EQ(find("d/m\\2Bn"), directory.file("m\\2Bn"));
+    EXPECT_EQ(find("FileGroup=d,FileGroup=x\\2By"), directory.directory("x+y")) << "what a DN means";
+    tree.file("d/p=");
+    tree.directory("d/p;");
+    EXPECT_EQ(whyRefused("d/p?\?"), "it is the value of more than one name: p; and p=");
 }
 
 TEST_F(PlaceFinderTest, FindsWhatThePlanMakes)

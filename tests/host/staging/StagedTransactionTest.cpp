@@ -50,7 +50,8 @@ protected:
 /// All characters that a name in a DN can't hold or that mean something in it, and what they are shown as.
 constexpr std::array ODD_NAMES = {"a",    "b=",      "b;",    "b?\?",  "c,d",        "c",
                                   "e+f",  "e\\2Bf",  "\"q\"", "q",     " g ",        "g",
-                                  "h\\n", "h\nline", "i*",    "i\xff", "FileGroup+", "FileGroup\\2B"};
+                                  "h\\n", "h\nline", "i*",    "i\xff", "FileGroup+", "FileGroup\\2B",
+                                  "?\?",  "..?\?x",  ",b",    "a,b",   "a?\?b"};
 
 /// A directory of odd names, and requests for them. The same seed gives the same.
 class OddDirectory
@@ -223,6 +224,28 @@ TEST_F(StagedTransactionTest, RefusesWhatWouldDoMoreThanTheNameSays)
         EXPECT_EQ(whyRefused(request), why) << request.place.dn();
         EXPECT_TRUE(transaction.plan().isEmpty());
     }
+}
+
+TEST_F(StagedTransactionTest, RemovesNothingByANameThatReachesSomethingElse)
+{
+    tree.file("d/a,b/f");
+    tree.file("d/a/f");
+    tree.file("d/c/x");
+    tree.file("d/c?\?b/?\?");
+    tree.directory("d/c?\?b/?\?c");
+    tree.file("top");
+    const auto before = tree.listing();
+    const Place directory = root.directory("d");
+    EXPECT_THROW(transaction.stage({Kind::RemoveFile, directory.directory("a,b").file("f")}), Refusal);
+    EXPECT_THROW(transaction.stage({Kind::RemoveTree, directory.directory("a,b")}), Refusal);
+    EXPECT_THROW(transaction.stage({Kind::RemoveDirectory, directory.directory("c?\?b").directory("?\?c")}),
+                 Refusal);
+    EXPECT_THROW(transaction.stage({Kind::RemoveMatching, directory.directory("c"), "x\\"}), Refusal);
+    EXPECT_EQ(tree.listing(), before);
+    transaction.stage({Kind::RemoveFile, directory.directory("c?\?b").file("?\?")});
+    EXPECT_TRUE(transaction.commit().receipt.isComplete());
+    EXPECT_TRUE(tree.exists("d/c/x"));
+    EXPECT_FALSE(tree.exists("d/c?\?b/?\?"));
 }
 
 TEST_F(StagedTransactionTest, KnowsBeforehandWhatTheComponentRefuses)

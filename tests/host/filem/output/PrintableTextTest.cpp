@@ -25,6 +25,7 @@ TEST(PrintableText, LetsNoControlByteThrough)
          "31m",
          "\\xc2\\x9b31m"},
         {"\xc2\xa0", "\xc2\xa0"},
+        {"\xe2\x80\xae\xe2\x80\x8b\xef\xbb\xbf", R"(\xe2\x80\xae\xe2\x80\x8b\xef\xbb\xbf)"},
         {"\x9b", "\\x9b"},
         {"a\xff", "a\\xff"},
         {"\xc3", "\\xc3"},
