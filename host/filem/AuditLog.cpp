@@ -3,7 +3,7 @@
 #include "filem/ExitCode.h"
 #include "filem/output/Json.h"
 #include "filem/output/PrintableText.h"
-#include "filem/output/ReceiptText.h"
+#include "filem/output/ReceiptJson.h"
 #include "filem/output/RequestText.h"
 
 #include <array>

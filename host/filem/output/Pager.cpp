@@ -10,6 +10,7 @@
 #include <mutex>
 #include <ostream>
 #include <spawn.h>
+#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -46,6 +47,30 @@ std::string pagerCommand()
 {
     const char* const wanted = std::getenv("PAGER"); // NOLINT(concurrency-mt-unsafe): nobody sets it
     return wanted != nullptr && *wanted != '\0' ? wanted : "less -R";
+}
+
+/// Whether the program is there that the command begins with. A shell would say that it isn't, and take nothing.
+bool isThere(const std::string& command)
+{
+    const std::string program = command.substr(0, command.find(' '));
+    if (program.find('/') != std::string::npos)
+    {
+        return access(program.c_str(), X_OK) == 0;
+    }
+    if (program.find('=') != std::string::npos)
+    {
+        return true; // a variable for a program that only the shell finds
+    }
+    const char* const path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe): nobody sets it
+    std::istringstream folders(path == nullptr ? "/usr/bin:/bin" : path);
+    for (std::string folder; std::getline(folders, folder, ':');)
+    {
+        if (access((folder + "/" + program).c_str(), X_OK) == 0)
+        {
+            return true;
+        }
+    }
+    return false;
 }
 
 /// -1 if it can't be started. It doesn't inherit that SIGINT and SIGPIPE are caught or ignored.
@@ -184,7 +209,7 @@ void Pager::take(const char* text, std::size_t size)
 void Pager::start()
 {
     std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) == 0)
+    if (isThere(pagerCommand()) && pipe2(ends.data(), O_CLOEXEC) == 0)
     {
         _pipe = ends[1];
         const pid_t spawned = spawnPager(ends[0], ends[1]);

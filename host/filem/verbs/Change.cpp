@@ -3,9 +3,9 @@
 #include "engine/Refusal.h"
 #include "filem/Arguments.h"
 #include "filem/Session.h"
-#include "filem/output/PreviewText.h"
-#include "filem/output/ReceiptText.h"
 #include "filem/output/Sizes.h"
+#include "filem/verbs/PreviewText.h"
+#include "filem/verbs/ReceiptText.h"
 
 #include <iostream>
 

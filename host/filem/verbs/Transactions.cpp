@@ -1,12 +1,12 @@
 #include "filem/Arguments.h"
 #include "filem/Session.h"
 #include "filem/output/Json.h"
-#include "filem/output/PreviewText.h"
 #include "filem/output/Quoting.h"
-#include "filem/output/ReceiptText.h"
 #include "filem/output/RequestText.h"
 #include "filem/output/Sizes.h"
 #include "filem/verbs/Factories.h"
+#include "filem/verbs/PreviewText.h"
+#include "filem/verbs/ReceiptText.h"
 
 #include <algorithm>
 #include <ostream>

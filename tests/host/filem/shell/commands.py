@@ -167,6 +167,8 @@ def test_what_is_longer_than_the_screen_goes_to_the_pager(surroundings):
         shell.run("mkdir tmp/1 tmp/2 tmp/3")
         contains(shell.run("diff"), "paged:+ tmp/1")
         contains(shell.run("status"), "paged:mkdir tmp/1")
+    with surroundings.shell(environment={"PAGER": "no-such-pager -R"}) as shell:
+        contains(shell.run("help"), "  mkdir, create")
 
 
 def test_a_pager_that_is_left_early_is_no_failure(surroundings):

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "filem/ExitCode.h"
-#include "filem/output/Json.h"
 #include "staging/StagedTransaction.h"
 
 #include <string>
@@ -10,9 +9,6 @@ namespace zolhost::filem
 {
 
 class Session;
-
-/// Its keys: operation, path, result, why and, of a directory that is made, mode.
-Json jsonOf(const Receipt::Item& item);
 
 struct ReceiptForm
 {

@@ -1,9 +1,9 @@
-#include "filem/output/ReceiptText.h"
+#include "filem/verbs/ReceiptText.h"
 
 #include "filem/Session.h"
-#include "filem/output/Json.h"
 #include "filem/output/PrintableText.h"
 #include "filem/output/Quoting.h"
+#include "filem/output/ReceiptJson.h"
 #include "filem/output/Sizes.h"
 #include "filem/output/Totals.h"
 
@@ -21,20 +21,6 @@ namespace
 using Item = Receipt::Item;
 using Outcome = StagedTransaction::Outcome;
 
-std::string resultText(Item::Result result)
-{
-    switch (result)
-    {
-    case Item::Result::Done:
-        return "done";
-    case Item::Result::WasSo:
-        return "was so";
-    case Item::Result::Remains:
-        break;
-    }
-    return "REMAINS";
-}
-
 std::string nameOf(const Session& session, const Item& item)
 {
     return shownPath(item.path, session.rootDirectory());
@@ -45,7 +31,7 @@ std::string lineOf(const Session& session, const Item& item)
     const bool isMade = item.kind == Preview::Item::Kind::MakeDirectory;
     const bool remains = item.result == Item::Result::Remains;
     const std::string name = (isMade ? "+ " : "- ") + nameOf(session, item);
-    std::string result = resultText(item.result);
+    std::string result = textOf(item.result);
     result.resize(7, ' ');
     std::string line = result + "  " +
                        session.colours().paint(remains  ? Colour::Warning
@@ -139,22 +125,6 @@ void printText(const Session& session, const Outcome& outcome, bool isWhole)
 }
 
 } // namespace
-
-Json jsonOf(const Receipt::Item& item)
-{
-    Json object;
-    object["operation"] = item.kind == Preview::Item::Kind::MakeDirectory ? "make directory"
-                          : item.kind == Preview::Item::Kind::RemoveFile  ? "remove file"
-                                                                          : "remove tree";
-    setText(object, "path", item.path);
-    object["result"] = item.result == Item::Result::Remains ? "remains" : resultText(item.result);
-    setText(object, "why", item.why);
-    if (item.kind == Preview::Item::Kind::MakeDirectory)
-    {
-        object["mode"] = modeText(item.mode);
-    }
-    return object;
-}
 
 ExitCode commitAndTell(Session& session, const std::string& comment, ReceiptForm form)
 {

@@ -1,4 +1,4 @@
-#include "filem/output/PreviewText.h"
+#include "filem/verbs/PreviewText.h"
 
 #include "filem/Session.h"
 #include "filem/output/Json.h"
