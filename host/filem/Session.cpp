@@ -5,6 +5,7 @@
 #include "filem/output/CommitSignals.h"
 #include "filem/output/Interrupt.h"
 #include "filem/output/PrintableText.h"
+#include "filem/output/Quoting.h"
 #include "filem/output/Terminal.h"
 
 #include <algorithm>
@@ -34,7 +35,7 @@ ExitCode exitCodeOf(Refusal::Kind kind)
 
 CommandFailure failureOf(const VerbDescription& verb, const Refusal& refusal)
 {
-    const std::string where = refusal.dn().empty() ? "" : ", on " + printable(refusal.dn());
+    const std::string where = refusal.dn().empty() ? "" : ", on " + quotedIfNeeded(refusal.dn());
     return {exitCodeOf(refusal.kind()),
             "can't " + std::string(verb.name) + where + ": " + printable(refusal.what())};
 }
@@ -150,7 +151,7 @@ void Session::stage(const std::vector<Request>& requests, const Safeguards& safe
             const auto staged = _transaction->stage(request, safeguards, progress.function());
             if (staged.matchedAll)
             {
-                warn("the expression matches every file of " + printable(request.place.dn()));
+                warn("the expression matches every file of " + quotedIfNeeded(request.place.dn()));
             }
             progress.at(++done);
         }

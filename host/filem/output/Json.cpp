@@ -17,10 +17,7 @@ struct ToJson
     {
         return value;
     }
-    Json operator()(const std::string& text) const
-    {
-        return isUtf8(text) ? Json(text) : Json({{"hex", hex(text)}});
-    }
+    Json operator()(const std::string& text) const { return zolhost::filem::jsonOf(text); }
     Json operator()(const StructValue& members) const
     {
         Json object = Json::object();
@@ -55,6 +52,11 @@ void setText(Json& object, const std::string& key, std::string_view text)
     }
     object[key] = nullptr;
     object[key + "Hex"] = hex(text);
+}
+
+Json jsonOf(const std::string& text)
+{
+    return isUtf8(text) ? Json(text) : Json({{"hex", hex(text)}});
 }
 
 Json jsonOf(const AttributeValue& value, bool isList)

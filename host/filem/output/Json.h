@@ -16,6 +16,9 @@ using Json = nlohmann::ordered_json;
 /// stand in hexadecimal under the key with "Hex" behind it.
 void setText(Json& object, const std::string& key, std::string_view text);
 
+/// The text, or {"hex": "…"} if it is no UTF-8.
+Json jsonOf(const std::string& text);
+
 /// The values of an attribute; a list for an attribute that is one.
 Json jsonOf(const AttributeValue& value, bool isList);
 

@@ -123,6 +123,11 @@ std::string shownPath(const std::string& path, const std::string& rootDirectory)
     return below.empty() ? "/" : shellQuoted(below);
 }
 
+std::string quotedIfNeeded(const std::string& text)
+{
+    return printable(text) == text ? text : shellQuoted(text);
+}
+
 std::string hex(std::string_view bytes)
 {
     std::string result;

@@ -28,6 +28,9 @@ std::string shellQuotedOpen(std::string_view text, Quotes quotes);
 /// A path on disk as it is below the root directory, quoted for a shell; of the root itself "/".
 std::string shownPath(const std::string& path, const std::string& rootDirectory);
 
+/// For a text that is mostly read, such as a DN: quoted only if it holds what may not reach a terminal.
+std::string quotedIfNeeded(const std::string& text);
+
 /// Each byte as two digits.
 std::string hex(std::string_view bytes);
 

@@ -2,7 +2,6 @@
 #include "engine/Vetting.h"
 #include "filem/Arguments.h"
 #include "filem/Session.h"
-#include "filem/output/PrintableText.h"
 #include "filem/output/Quoting.h"
 #include "filem/output/Sizes.h"
 #include "filem/output/ValueText.h"
@@ -117,7 +116,7 @@ private:
     static void print(Session& session, const Place& place, Reader& reader)
     {
         auto& out = session.out();
-        out << "dn: " << printable(place.dn()) << '\n';
+        out << "dn: " << quotedIfNeeded(place.dn()) << '\n';
         if (!place.names().empty())
         {
             out << "name: " << shownInAllForms(place, place.value()) << '\n';

@@ -3,7 +3,8 @@
 #include "engine/Refusal.h"
 #include "filem/Arguments.h"
 #include "filem/Session.h"
-#include "filem/output/Sizes.h"
+#include "filem/output/PrintableText.h"
+#include "filem/output/Quoting.h"
 #include "filem/verbs/PreviewText.h"
 #include "filem/verbs/ReceiptText.h"
 
@@ -42,8 +43,9 @@ ExitCode ChangeVerb::run(Session& session)
     {
         if (_isDryRun && refusal.kind() == Refusal::Kind::Failed)
         {
-            throw CommandFailure(ExitCode::Remains,
-                                 "it would be refused, on " + refusal.dn() + ": " + refusal.what());
+            throw CommandFailure(ExitCode::Remains, "it would be refused, on " +
+                                                        quotedIfNeeded(refusal.dn()) + ": " +
+                                                        printable(refusal.what()));
         }
         throw;
     }

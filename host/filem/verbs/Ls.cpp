@@ -51,7 +51,8 @@ public:
         catch (const Refusal& refusal)
         {
             const std::string culprit = danglingLinkIn(directory);
-            session.warn("the component refuses the attribute files of " + printable(directory.dn()) + ": " +
+            session.warn("the component refuses the attribute files of " + quotedIfNeeded(directory.dn()) +
+                         ": " +
                          (culprit.empty() ? printable(refusal.what())
                                           : shellQuoted(culprit) + " is a link that leads nowhere") +
                          "; sizes and times are read one by one");

@@ -1,7 +1,7 @@
 #include "engine/Refusal.h"
 #include "filem/Arguments.h"
 #include "filem/Session.h"
-#include "filem/output/PrintableText.h"
+#include "filem/output/Quoting.h"
 #include "filem/verbs/Factories.h"
 
 #include <ostream>
@@ -63,7 +63,7 @@ public:
     void declare(Arguments& /*arguments*/) override {}
     ExitCode run(Session& session) override
     {
-        session.out() << printable(session.here().dn()) << '\n';
+        session.out() << quotedIfNeeded(session.here().dn()) << '\n';
         return ExitCode::Done;
     }
 };

@@ -259,7 +259,7 @@ void printJson(const Session& session, const Preview& preview)
             object["markers"] = Json::array();
             for (const auto& marker : item.contents.markers)
             {
-                object["markers"].push_back(shellQuoted(marker));
+                object["markers"].push_back(jsonOf(marker));
             }
         }
         session.out() << object.dump() << '\n';

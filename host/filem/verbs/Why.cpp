@@ -180,6 +180,7 @@ private:
         Json object;
         object["verb"] = _verb;
         setText(object, "dn", place.dn());
+        setText(object, "path", place.path());
         object["isRefused"] = !reason.empty();
         setText(object, "why", reason);
         object["isThere"] = found.isThere;
@@ -190,9 +191,10 @@ private:
         object["markersBelow"] = Json::array();
         for (const auto& marker : found.markersBelow)
         {
-            object["markersBelow"].push_back(shown(place, marker));
+            object["markersBelow"].push_back(jsonOf(marker));
         }
         object["filesBelow"] = found.filesBelow;
+        setText(object, "aFileBelow", found.aFileBelow);
         object["policies"] = jsonOf(policies, true);
         session.out() << object.dump() << '\n';
     }

@@ -169,7 +169,9 @@ TEST_F(ReadingTest, NamesNeverReachATerminalRawAndAreTakenAsTheyAreShown)
                                    std::string("ZOL_LOG_LEVEL=0 ") + FILEM_PROGRAM + " --root " +
                                        tree.path() + " ls d/" + shown}),
               (Outcome{0, shown + "\n", ""}));
-    EXPECT_EQ(filem({"ls", "\x1b[2J/"}), missing("ls", "FileGroup=\\x1b[2J"));
+    const std::string dn = "$'" + root + ",FileGroup=\\x1b[2J'";
+    EXPECT_EQ(filem({"ls", "\x1b[2J/"}), (Outcome{4, "", failure("ls", dn, "no such object")}));
+    EXPECT_EQ(script("ls " + dn + "\n").err, "filem: line 1: can't ls, on " + dn + ": no such object\n");
     EXPECT_EQ(filem({"\x1b[2J"}),
               (Outcome{2, "", "filem: there is no command \\x1b[2J, see filem --help\n"}));
 }

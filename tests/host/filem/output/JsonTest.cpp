@@ -12,6 +12,7 @@ TEST(Json, HoldsTextsThatAreNoUtf8AsHexadecimalBesideThem)
     Json object;
     setText(object, "name", "a\xc3\xa9");
     setText(object, "other", "a\xff");
+    EXPECT_EQ(jsonOf(std::string("a\xff")).dump(), R"({"hex":"61ff"})");
     EXPECT_EQ(object.dump(), "{\"name\":\"a\xc3\xa9\",\"other\":null,\"otherHex\":\"61ff\"}");
 }
 

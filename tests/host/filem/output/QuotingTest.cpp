@@ -53,6 +53,12 @@ TEST(Quoting, IsReadBackByThePromptToo)
     }
 }
 
+TEST(Quoting, LeavesAPrintableTextAlone)
+{
+    EXPECT_EQ(quotedIfNeeded("FileGroup=a b"), "FileGroup=a b");
+    EXPECT_EQ(quotedIfNeeded("FileGroup=a\n"), "$'FileGroup=a\\n'");
+}
+
 TEST(Quoting, ShowsPathsBelowTheRoot)
 {
     EXPECT_EQ(shownPath("/tree/logs/a b", "/tree"), "'logs/a b'");
