@@ -126,7 +126,7 @@ std::string pathToDelete(std::string_view dn, const std::string& root)
 {
     for (const auto candidate : CANDIDATES)
     {
-        const std::string path =
+        std::string path =
             resolvedPath(root + pathOfDn(replace_all_copy(std::string(dn), SUBSTITUTE, candidate)));
         if (isThere(path))
         {

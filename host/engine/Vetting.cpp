@@ -84,7 +84,7 @@ void requireReachable(const Place& place)
     if (!place.isReachable())
     {
         refuseToTouch(place,
-                      "no name reaches it: a comma in a name ends the value, and \"\\2B\" stands for a plus");
+                      R"(no name reaches it: a comma in a name ends the value, and "\2B" stands for a plus)");
     }
 }
 
@@ -93,7 +93,8 @@ void requireReachableToDelete(const Place& place)
     requireReachable(place);
     if (!place.isReachableToDelete())
     {
-        refuseToTouch(place, "\"?\?\" in its name stands for another character first, and " +
+        refuseToTouch(place, R"("?)"
+                             R"(?" in its name stands for another character first, and )" +
                                  pathToDelete(place.dn(), place.rootDirectory()) + " would be removed");
     }
 }

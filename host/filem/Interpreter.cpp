@@ -3,6 +3,7 @@
 #include "filem/Tokenizer.h"
 #include "filem/output/LineFilter.h"
 
+#include <algorithm>
 #include <memory>
 #include <ostream>
 
@@ -21,12 +22,11 @@ public:
         , _before(session.out())
     {
         std::ostream* next = &_before;
-        for (auto words = filters.rbegin(); words != filters.rend(); ++words)
-        {
-            _filters.push_back(LineFilter::make(*words, *next));
+        std::for_each(filters.rbegin(), filters.rend(), [&](const Words& words) {
+            _filters.push_back(LineFilter::make(words, *next));
             _streams.push_back(std::make_unique<std::ostream>(_filters.back().get()));
             next = _streams.back().get();
-        }
+        });
         _session.setOut(*next);
     }
     FilteredOut(const FilteredOut&) = delete;
@@ -35,10 +35,7 @@ public:
 
     void end()
     {
-        for (auto filter = _filters.rbegin(); filter != _filters.rend(); ++filter)
-        {
-            (*filter)->end();
-        }
+        std::for_each(_filters.rbegin(), _filters.rend(), [](const auto& filter) { filter->end(); });
     }
 
 private:

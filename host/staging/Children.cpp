@@ -90,7 +90,8 @@ private:
             return (entry.d_type == DT_DIR) == isDirectory;
         }
         const auto mode = statusOf(_directory + &entry.d_name[0], true);
-        return mode && S_ISDIR(*mode) == isDirectory;
+        const bool leadsToDirectory = mode && S_ISDIR(*mode);
+        return mode && leadsToDirectory == isDirectory;
     }
 
     std::string _directory;

@@ -74,7 +74,7 @@ void vetNewDirectory(const Place& place, const Plan& plan, const Safeguards& saf
     if (directoryNameOf(place.name()) != place.name())
     {
         refuse(Refusal::Kind::BadName, place,
-               "no directory can be made with \"\\2B\" in its name: it stands for a plus");
+               R"(no directory can be made with "\2B" in its name: it stands for a plus)");
     }
     if (!safeguards.throughLinks)
     {

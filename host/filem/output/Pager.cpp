@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <mutex>
 #include <ostream>
 #include <spawn.h>
@@ -49,7 +50,8 @@ std::string pagerCommand()
     return wanted != nullptr && *wanted != '\0' ? wanted : "less -R";
 }
 
-/// Whether the program is there that the command begins with. A shell would say that it isn't, and take nothing.
+/// Whether the program is there that the command begins with. A shell would say that it isn't, and take
+/// nothing.
 bool isThere(const std::string& command)
 {
     const std::string program = command.substr(0, command.find(' '));
@@ -65,7 +67,7 @@ bool isThere(const std::string& command)
     std::istringstream folders(path == nullptr ? "/usr/bin:/bin" : path);
     for (std::string folder; std::getline(folders, folder, ':');)
     {
-        if (access((folder + "/" + program).c_str(), X_OK) == 0)
+        if (access((std::filesystem::path(folder) / program).c_str(), X_OK) == 0)
         {
             return true;
         }

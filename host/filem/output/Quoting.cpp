@@ -65,7 +65,7 @@ std::string inDollarQuotes(std::string_view text)
         {
             result += "\\t";
         }
-        else if (character == U'\'' || character == U'\\')
+        else if (character && std::u32string_view(U"'\\").find(*character) != std::u32string_view::npos)
         {
             result += '\\';
             result += bytes;
