@@ -3,6 +3,7 @@
 #include "engine/DistinguishedName.h"
 #include "engine/NameForms.h"
 #include "engine/Refusal.h"
+#include "staging/DiskEntry.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -20,12 +21,6 @@ namespace fs = std::filesystem;
 [[noreturn]] void refuse(std::string_view name, const std::string& why)
 {
     throw Refusal(Refusal::Kind::BadName, std::string(name), why);
-}
-
-bool isThere(const std::string& path)
-{
-    struct stat status = {};
-    return lstat(path.c_str(), &status) == 0;
 }
 
 bool leadsToDirectory(const std::string& path)
@@ -145,7 +140,7 @@ Place PlaceFinder::below(const Place& parent, std::string_view value, Wanted wan
     {
         return parent.directory(text);
     }
-    if (wanted != Wanted::Directory && isThere(directory + text))
+    if (wanted != Wanted::Directory && lookUp(directory + text))
     {
         return parent.file(text);
     }
