@@ -99,6 +99,12 @@ const std::vector<Swap> swapsInTheTree = {
     {"FileAdded", [](const TemporaryTree& tree) { putFile(tree, "root/top/sub/deep/late"); }},
 };
 
+// Of the same names as what is in the tree, for a removal that has lost its way.
+const Texts filesOutside = {"root/beside/keep", "outside/keep",  "outside/f",        "outside/a",
+                            "outside/sub/keep", "outside/dir/f", "outside/dir/keep", "outside/dir/g"};
+const Texts emptyOutside = {"outside/deep",     "outside/empty",     "outside/dir/sub",
+                            "outside/dir/deep", "outside/dir/empty", "root/beside/empty"};
+
 class Swaps : public zoltest::Changes, public testing::WithParamInterface<Swap>
 {
 protected:
@@ -112,22 +118,28 @@ protected:
         tree.directory("root/top/sub/deep/empty");
         tree.file("root/top/sub/f");
         tree.file("root/top/a");
+        tree.file("root/top/only");
         tree.link("root/top/link", tree.path("outside"));
-        tree.file("root/beside/keep");
-        tree.file("outside/keep");
-        tree.file("outside/f");
-        tree.file("outside/deep/keep");
-        tree.file("outside/empty/keep");
-        tree.file("outside/dir/keep");
+        for (const std::string& file : filesOutside)
+        {
+            tree.file(file);
+        }
+        for (const std::string& directory : emptyOutside)
+        {
+            tree.directory(directory);
+        }
         tree.file("aside/replacement/inner");
     }
 
     void expectTheOutsideIsWhole() const
     {
-        for (const char* file : {"root/beside/keep", "outside/keep", "outside/f", "outside/deep/keep",
-                                 "outside/empty/keep", "outside/dir/keep"})
+        for (const std::string& file : filesOutside)
         {
             EXPECT_TRUE(tree.exists(file)) << file;
+        }
+        for (const std::string& directory : emptyOutside)
+        {
+            EXPECT_TRUE(tree.exists(directory)) << directory;
         }
     }
 
@@ -180,8 +192,8 @@ TEST_P(Swaps, DuringACommitNeverLeadItOutOfTheTreeThatItRemoves)
 
 TEST_P(Swaps, DuringTheRemovalOfAFileLeaveAllElseThatIsOutside)
 {
-    const std::string sub = fileGroup("sub", fileGroup("top"));
-    beforeEveryCall([&] { ASSERT_EQ(deleteM(fileInformation("a", fileGroup("top"))), 0); },
+    // the name of the file is all that a swap of its directory leads it to, and nothing outside has it
+    beforeEveryCall([&] { ASSERT_EQ(deleteM(fileInformation("only", fileGroup("top"))), 0); },
                     [this] { EXPECT_EQ(worker.commit(), 0); });
 }
 
@@ -190,6 +202,7 @@ TEST_P(Swaps, DuringADeleteAndItsCommitNeverLeadThemOutOfTheTree)
     beforeEveryCall(
         [this] {
             fs::remove(tree.path("root/top/a"));
+            fs::remove(tree.path("root/top/only"));
             fs::remove(tree.path("root/top/link"));
             fs::remove(tree.path("root/top/sub/f"));
             fs::remove(tree.path("root/top/sub/deep/g"));
@@ -203,24 +216,24 @@ TEST_P(Swaps, DuringADeleteAndItsCommitNeverLeadThemOutOfTheTree)
 TEST_P(Swaps, DuringAWalkEndItOrChangeWhatItShowsAndNothingElse)
 {
     const std::string top = fileGroup("top");
-    beforeEveryCall(
-        [] {},
-        [&] {
-            for (const char* className : {"FileGroup", "FileInformation"})
-            {
-                unsigned long long iterator = 0;
-                EXPECT_EQ(worker.newIterator(top.c_str(), className, &iterator), 0);
-                char* name = nullptr;
-                Texts names;
-                while (worker.next(iterator, &name) == 0 && name != nullptr)
-                {
-                    names.emplace_back(name);
-                }
-                EXPECT_THAT(names, IsSubsetOf({"sub", "link", "a", "keep", "f", "deep", "empty", "dir"}));
-                unsigned long long count = 0;
-                EXPECT_EQ(worker.countMoChildren(top.c_str(), className, &count), 0);
-            }
-        });
+    beforeEveryCall([] {},
+                    [&] {
+                        for (const char* className : {"FileGroup", "FileInformation"})
+                        {
+                            unsigned long long iterator = 0;
+                            EXPECT_EQ(worker.newIterator(top.c_str(), className, &iterator), 0);
+                            char* name = nullptr;
+                            Texts names;
+                            while (worker.next(iterator, &name) == 0 && name != nullptr)
+                            {
+                                names.emplace_back(name);
+                            }
+                            EXPECT_THAT(names, IsSubsetOf({"sub", "link", "a", "only", "keep", "f", "deep",
+                                                           "empty", "dir"}));
+                            unsigned long long count = 0;
+                            EXPECT_EQ(worker.countMoChildren(top.c_str(), className, &count), 0);
+                        }
+                    });
 }
 
 TEST_P(Swaps, DuringReadsGiveAnAnswerOrAFailure)
