@@ -48,22 +48,20 @@ def say(text):
     print(f"{time.strftime('%H:%M:%S')} {text}", flush=True)
 
 
-def choose(points, arguments):
-    """All, or the same share of every file, by the seed."""
+def choose(mutants, arguments):
+    """Numbers of all mutants, or of the same share of every file's, by the seed."""
     if arguments.only:
-        return [point for point in points if arguments.only in point.key(point_texts[point.file])]
-    if arguments.all or arguments.sample >= len(points):
-        return points
-    share = arguments.sample / len(points)
+        return [number for number, point in mutants.items() if arguments.only in point.key]
+    if arguments.all or arguments.sample >= len(mutants):
+        return list(mutants)
+    by_file = {}
+    for number, point in mutants.items():
+        by_file.setdefault(point.file, []).append(number)
     chosen = []
-    for file in sorted({point.file for point in points}):
-        of_file = [point for point in points if point.file == file]
-        count = max(1, round(len(of_file) * share))
-        chosen += random.Random(f"{arguments.seed} {file}").sample(of_file, count)
-    return sorted(chosen, key=lambda point: (point.file, point.start, point.end, point.mutated))
-
-
-point_texts = {}
+    for file, numbers in by_file.items():
+        count = max(1, round(len(numbers) * arguments.sample / len(mutants)))
+        chosen += random.Random(f"{arguments.seed} {file}").sample(numbers, count)
+    return chosen
 
 
 class Build:
@@ -81,15 +79,17 @@ class Build:
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_bytes(content)
 
-    def copy_project(self):
+    def copy_project(self, sources):
         for name in ("CMakeLists.txt", "cmake", "common", "examples", "file_management", "host", "platform", "tests"):
             origin = ROOT / name
             for path in [origin] if origin.is_file() else origin.rglob("*"):
                 relative = path.relative_to(ROOT)
-                if path.is_file() and "__pycache__" not in path.parts and not str(relative).startswith(FOLDERS):
+                if path.is_file() and "__pycache__" not in path.parts and str(relative) not in sources:
                     self.write(self.source / relative, path.read_bytes())
-                elif path.is_file() and str(relative) not in point_texts:
-                    self.write(self.source / relative, path.read_bytes())
+        # most of the time would go into the headers of the test framework
+        self.write(self.source / "tests/CMakeLists.txt", (ROOT / "tests/CMakeLists.txt").read_bytes() + b"".join(
+            f"target_precompile_headers({target} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)\n".encode()
+            for target in PROGRAMS))
 
     def write_sources(self, sources, mutants):
         for name, source in sources.items():
@@ -229,50 +229,46 @@ def main():
     sources = find_points(ROOT, arguments.database, arguments.jobs)
     points = []
     for name, source in sorted(sources.items()):
-        point_texts[name] = source.text
         points += sorted(source.points.values(), key=lambda p: (p.start, p.end, p.mutated))
-    chosen = choose(points, arguments)
-    mutants = dict(enumerate(chosen, 1))
+    mutants = dict(enumerate(points, 1))
     left_out = sum(source.left_out for source in sources.values())
-    say(f"{len(points)} mutants possible, {left_out} places left out, {len(mutants)} taken")
+    say(f"{len(mutants)} mutants possible, {left_out} constants of the compiler left out")
 
-    build = Build(arguments.scratch.resolve(), arguments.jobs)
-    build.copy_project()
+    scratch = arguments.scratch.resolve()
+    build = Build(scratch, arguments.jobs)
+    build.copy_project(sources)
     build.write_sources(sources, mutants)
     build.configure()
     build.compile(sources, mutants)
-    say(f"built, {len(build.not_compiled)} not compiled")
+    say(f"{len(mutants)} built, {len(build.not_compiled)} not compiled")
     for point in build.not_compiled:
-        print(f"    {point.key(point_texts[point.file])}")
+        print(f"    {point.key}")
 
-    tests = Tests(build, arguments.scratch.resolve(), arguments.jobs)
+    tests = Tests(build, scratch, arguments.jobs)
     tests.record()
     say(f"{len(tests.seconds)} tests recorded")
 
-    with ThreadPoolExecutor(arguments.jobs) as pool:
-        killers = dict(zip(mutants, pool.map(tests.kill, mutants)))
-    report = arguments.scratch / "report.txt"
-    with report.open("w") as lines:
-        for number, killer in killers.items():
-            key = mutants[number].key(point_texts[mutants[number].file])
-            lines.write(f"{killer or ('SURVIVED' if tests.is_reached(number) else 'NOT REACHED')}\t{key}\n")
-
+    chosen = choose(mutants, arguments)
+    killers = {}
+    with ThreadPoolExecutor(arguments.jobs) as pool, (scratch / "report.txt").open("w", buffering=1) as report:
+        for number, killer in zip(chosen, pool.map(tests.kill, chosen)):
+            killers[number] = killer
+            fate = killer or ("SURVIVED" if tests.is_reached(number) else "NOT REACHED")
+            report.write(f"{fate}\t{mutants[number].key}\n")
     judged = read_judged()
-    possible = {point.key(point_texts[point.file]) for point in points}
     survivors = [mutants[number] for number, killer in killers.items() if not killer]
-    unjudged = [point for point in survivors if not judged.get(point.key(point_texts[point.file]))]
-    killed = len(mutants) - len(survivors)
-    percent = 100 * killed / len(mutants) if mutants else 0
+    unjudged = [point for point in survivors if not judged.get(point.key)]
     for point in survivors:
         verdict = "unjudged" if point in unjudged else "judged"
-        print(f"survived, {verdict}: line {point.line}, {point.key(point_texts[point.file])}")
-    for key in sorted(set(judged) - possible):
+        print(f"survived, {verdict}: line {point.line}, {point.key}")
+    for key in sorted(set(judged) - {point.key for point in points}):
         print(f"judged, but no mutant any more: {key}")
     for number, killer in killers.items():
-        key = mutants[number].key(point_texts[mutants[number].file])
-        if killer and key in judged:
-            print(f"judged, but killed by {killer}: {key}")
-    say(f"{len(mutants)} mutants, {killed} killed ({percent:.1f} %), {len(survivors)} survived, "
+        if killer and mutants[number].key in judged:
+            print(f"judged, but killed by {killer}: {mutants[number].key}")
+    killed = len(chosen) - len(survivors)
+    percent = 100 * killed / len(chosen) if chosen else 0
+    say(f"{len(chosen)} mutants run, {killed} killed ({percent:.1f} %), {len(survivors)} survived, "
         f"{len(unjudged)} of them unjudged; {time.monotonic() - begin:.0f} s")
     return 0 if percent >= arguments.least and not unjudged else 1
 

@@ -2,7 +2,7 @@
 import json
 import re
 from concurrent.futures import ProcessPoolExecutor
-from dataclasses import dataclass, field
+from dataclasses import dataclass
 from pathlib import Path
 
 from clang.cindex import CursorKind as Kind
@@ -49,18 +49,11 @@ class Point:
     start: int
     end: int
     mutated: str  # the text instead of [start, end)
-    original: str
-    function: str
+    drops: bool  # a statement, which is skipped instead of replaced
+    cast: str
     line: int
-    drops: bool = False  # a statement, which is skipped instead of replaced
-    cast: str = field(default="", compare=False)
-
-    def key(self, text):
-        """What stays the same when lines move: file, function, and the line with the change marked in it."""
-        first = text.rfind("\n", 0, self.start) + 1
-        last = text.find("\n", self.end)
-        marked = f"{text[first:self.start]}{{{{{self.original} => {self.mutated}}}}}{text[self.end:last]}"
-        return f"{self.file} {self.function}: {' '.join(marked.split())}"
+    # what stays the same when lines move: file, function, and the line with the change marked in it
+    key: str
 
 
 class Source:
@@ -77,7 +70,10 @@ class Source:
             self.left_out += 1
             return
         line = self.text.count("\n", 0, start) + 1
-        point = Point(self.name, start, end, mutated, original, function, line, drops, cast)
+        before = self.text[self.text.rfind("\n", 0, start) + 1:start]
+        after = self.text[end:self.text.find("\n", end)]
+        marked = " ".join(f"{before}{{{{{original} => {mutated}}}}}{after}".split())
+        point = Point(self.name, start, end, mutated, drops, cast, line, f"{self.name} {function}: {marked}")
         self.points.setdefault((start, end, mutated, drops), point)
 
 
