@@ -9,7 +9,7 @@ namespace zolmodel
 namespace
 {
 
-const int MAXIMAL_LINKS = 40;
+const std::size_t MAXIMAL_LINKS = 40;
 const mode_t SET_GROUP_ID = 02000;
 const mode_t MODE_OF_FILES = 0644;
 
@@ -23,6 +23,15 @@ std::unique_ptr<Node> made(Kind kind, mode_t mode)
         node->additions = std::make_shared<unsigned>(0);
     }
     return node;
+}
+
+bool isBelow(const Node* node, const Node* directory)
+{
+    while (node != directory && node->parent != node)
+    {
+        node = node->parent;
+    }
+    return node == directory;
 }
 
 } // namespace
@@ -77,11 +86,21 @@ Disk::Made Disk::makeDirectory(const std::string& text, mode_t mode)
 
 void Disk::remove(const std::string& text)
 {
-    const Place place = find(text, false);
+    Trail trail;
+    const Place place = find(text, false, trail);
     if (place.node != nullptr && !place.name.empty())
     {
+        for (const Node* link : trail.links)
+        {
+            _cutsItsOwnWay = _cutsItsOwnWay || isBelow(link, place.node);
+        }
         place.directory->children.erase(place.name);
     }
+}
+
+bool Disk::tookItsOwnWayAway()
+{
+    return std::exchange(_cutsItsOwnWay, false);
 }
 
 bool Disk::changeMode(const std::string& text, mode_t mode)
@@ -127,7 +146,12 @@ bool Disk::isKind(const std::string& text, Kind kind) const
 
 Disk::Place Disk::find(const std::string& text, bool follow) const
 {
-    int linksLeft = MAXIMAL_LINKS;
+    Trail trail;
+    return find(text, follow, trail);
+}
+
+Disk::Place Disk::find(const std::string& text, bool follow, Trail& trail) const
+{
     if (text.empty())
     {
         return {};
@@ -135,14 +159,14 @@ Disk::Place Disk::find(const std::string& text, bool follow) const
     Node* start = _root.get();
     if (text.front() != '/')
     {
-        start = walk(_root.get(), _workingDirectory, true, linksLeft).node;
+        start = walk(_root.get(), _workingDirectory, true, trail).node;
     }
-    return walk(start, text, follow, linksLeft);
+    return walk(start, text, follow, trail);
 }
 
 // As the kernel does it: name by name, a link in the middle always followed, one at the end only if asked or
 // with a slash behind it.
-Disk::Place Disk::walk(Node* from, const std::string& text, bool follow, int& linksLeft) const
+Disk::Place Disk::walk(Node* from, const std::string& text, bool follow, Trail& trail) const
 {
     Place place;
     place.directory = from->parent;
@@ -182,11 +206,12 @@ Disk::Place Disk::walk(Node* from, const std::string& text, bool follow, int& li
         place = {directory, name, child->second.get()};
         if (place.node->kind == Kind::Link && (!isLast || follow || hasSlash))
         {
-            if (--linksLeft < 0)
+            trail.links.push_back(place.node);
+            if (trail.links.size() > MAXIMAL_LINKS)
             {
                 return {};
             }
-            const Place target = walk(directory, place.node->target, true, linksLeft);
+            const Place target = walk(directory, place.node->target, true, trail);
             place = {target.node == nullptr ? nullptr : target.directory, target.name, target.node};
         }
         if (hasSlash && place.node != nullptr && place.node->kind != Kind::Directory)

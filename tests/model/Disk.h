@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 namespace zolmodel
 {
@@ -67,6 +68,9 @@ public:
     Made makeDirectory(const std::string& text, mode_t mode);
     /// With everything that is in it. Links are not followed at the end.
     void remove(const std::string& text);
+    /// Whether a removal since the last question went through a link that lay in what was removed. How much
+    /// of it goes then is nobody's rule.
+    bool tookItsOwnWayAway();
     bool changeMode(const std::string& text, mode_t mode);
 
     // What others do; the directory is there, and the name is free in it.
@@ -82,15 +86,21 @@ private:
         std::string name;          ///< empty: the directory itself is meant
         Node* node = nullptr;
     };
+    struct Trail
+    {
+        std::vector<const Node*> links; ///< that were followed
+    };
 
     bool isKind(const std::string& text, Kind kind) const;
     Place find(const std::string& text, bool follow) const;
-    Place walk(Node* from, const std::string& text, bool follow, int& linksLeft) const;
+    Place find(const std::string& text, bool follow, Trail& trail) const;
+    Place walk(Node* from, const std::string& text, bool follow, Trail& trail) const;
     void put(const std::string& text, std::unique_ptr<Node> node);
     static Node* add(Node& directory, const std::string& name, std::unique_ptr<Node> node);
 
     std::unique_ptr<Node> _root;
     std::string _workingDirectory = "/";
+    bool _cutsItsOwnWay = false;
 };
 
 /// The nodes below a directory.

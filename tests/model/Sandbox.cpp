@@ -140,6 +140,57 @@ std::optional<std::string> differenceBelow(const std::string& path, const Node& 
     return std::nullopt;
 }
 
+void putAs(const struct stat& status, const std::string& path, Disk& disk)
+{
+    switch (kindOf(status.st_mode))
+    {
+    case Kind::Directory:
+        disk.putDirectory(path, status.st_mode);
+        break;
+    case Kind::File:
+        disk.putFile(path, static_cast<std::uint64_t>(status.st_size));
+        break;
+    case Kind::Link:
+        disk.putLink(path, targetOf(path));
+        break;
+    case Kind::Pipe:
+        disk.putPipe(path);
+        break;
+    }
+}
+
+void adoptBelow(const std::string& path, Disk& disk)
+{
+    const auto names = Sandbox::namesInDiskOrder(path);
+    std::vector<std::string> gone;
+    for (const auto& child : disk.unfollowed(path)->children)
+    {
+        if (std::find(names.begin(), names.end(), child.first) == names.end())
+        {
+            gone.push_back(child.first);
+        }
+    }
+    for (const auto& name : gone)
+    {
+        disk.remove(path + "/" + name);
+    }
+    for (const auto& name : names)
+    {
+        const std::string entry = path + "/" + name;
+        struct stat status = {};
+        require(lstat(entry.c_str(), &status) == 0, "lstat " + entry);
+        if (disk.unfollowed(entry) == nullptr)
+        {
+            putAs(status, entry, disk);
+        }
+        if (kindOf(status.st_mode) == Kind::Directory)
+        {
+            disk.changeMode(entry, status.st_mode & 07777U);
+            adoptBelow(entry, disk);
+        }
+    }
+}
+
 } // namespace
 
 Sandbox::Sandbox()
@@ -214,6 +265,11 @@ void Sandbox::change(const Operation& operation) const
 std::optional<std::string> Sandbox::difference(const Disk& disk) const
 {
     return differenceBelow(_path, *disk.followed(_path));
+}
+
+void Sandbox::adopt(Disk& disk) const
+{
+    adoptBelow(_path, disk);
 }
 
 std::vector<std::string> Sandbox::namesInDiskOrder(const std::string& directory)

@@ -36,6 +36,9 @@ public:
     /// Where the disk is not as the model has it; nothing if it is.
     std::optional<std::string> difference(const Disk& disk) const;
 
+    /// Makes the model's disk what is there.
+    void adopt(Disk& disk) const;
+
     static std::vector<std::string> namesInDiskOrder(const std::string& directory);
     static Surroundings::Status status(const std::string& text);
 

@@ -177,6 +177,10 @@ Worker::Read Worker::readFiles(const std::string& dn) const
 
 std::string Worker::timeOf(const Location& location) const
 {
+    if (!_world.disk.exists(location.text()))
+    {
+        return ""; // a closing slash behind what is no directory
+    }
     const std::time_t changed = _world.surroundings.status(location.text()).changed;
     std::tm broken = {};
     localtime_r(&changed, &broken);
