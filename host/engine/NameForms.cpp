@@ -60,6 +60,18 @@ void stripQuotes(std::string& name)
     name = name.substr(1, size - 2);
 }
 
+std::string resolvedPath(const std::string& path)
+{
+    std::string resolved = std::filesystem::path("/" + path).lexically_normal().string();
+    // two slashes in front mean the same as one
+    resolved.erase(0, std::min(resolved.find_first_not_of('/'), resolved.size()));
+    while (resolved.ends_with('/'))
+    {
+        resolved.pop_back();
+    }
+    return resolved.empty() ? resolved : '/' + resolved;
+}
+
 bool isThere(const std::string& path)
 {
     struct stat status = {};
@@ -92,7 +104,7 @@ std::string directoryNameOf(std::string_view fileGroupValue)
     return name;
 }
 
-std::string pathOfDn(std::string_view dn)
+std::string pathOfDn(std::string_view dn, const std::string& root)
 {
     std::string path;
     auto mark = dn.find("FileGroup");
@@ -104,36 +116,27 @@ std::string pathOfDn(std::string_view dn)
         const bool isEncoded = dn.find("FileGroup", mark) != std::string_view::npos;
         path += '/';
         path += isEncoded ? directoryNameOf(value) : std::string(value);
+        if (!isEncoded && dn.find("FileInformation", mark) == std::string_view::npos)
+        {
+            return resolvedPath(path);
+        }
         equals = dn.find('=', end);
         mark = end;
     }
-    return path;
-}
-
-std::string resolvedPath(const std::string& path)
-{
-    std::string resolved = std::filesystem::path("/" + path).lexically_normal().string();
-    // two slashes in front mean the same as one
-    resolved.erase(0, std::min(resolved.find_first_not_of('/'), resolved.size()));
-    while (resolved.ends_with('/'))
-    {
-        resolved.pop_back();
-    }
-    return resolved.empty() ? resolved : '/' + resolved;
+    return resolvedPath(root + path);
 }
 
 std::string pathToDelete(std::string_view dn, const std::string& root)
 {
     for (const auto candidate : CANDIDATES)
     {
-        std::string path =
-            resolvedPath(root + pathOfDn(replace_all_copy(std::string(dn), SUBSTITUTE, candidate)));
+        std::string path = pathOfDn(replace_all_copy(std::string(dn), SUBSTITUTE, candidate), root);
         if (isThere(path))
         {
             return path;
         }
     }
-    return resolvedPath(root + pathOfDn(dn));
+    return pathOfDn(dn, root);
 }
 
 } // namespace zolhost
