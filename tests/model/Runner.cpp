@@ -1,6 +1,5 @@
 #include "model/Runner.h"
 
-#include "model/Comparison.h"
 #include "model/Generator.h"
 #include "model/Shrinker.h"
 #include "model/Vocabulary.h"
@@ -44,6 +43,7 @@ struct Runner::Progress
     unsigned long round;
     unsigned long operations;
     unsigned long skipped;
+    Tally tally;
 };
 
 Runner::Runner(Settings settings)
@@ -78,6 +78,7 @@ Result Runner::run()
     auto difference = apart([&] { return runRounds(progress); });
     result.operations = progress.operations;
     result.skipped = progress.skipped;
+    result.tally = progress.tally;
     if (difference)
     {
         const unsigned long round = progress.round;
@@ -140,6 +141,7 @@ std::optional<std::string> Runner::runRounds(Progress& progress)
     {
         alarm(SECONDS_OF_A_ROUND);
         Comparison comparison(_subject, _sandbox, progress.round + 1, lastIteratorId, _settings.mistake);
+        comparison.tallyIn(&progress.tally);
         Generator generator(_settings.seed, progress.round, comparison.model(), _sandbox);
         for (unsigned i = 0; i < OPERATIONS_OF_A_ROUND && progress.operations < _settings.operations; ++i)
         {
