@@ -1,0 +1,163 @@
+#include "ShimState.h"
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <dirent.h>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace faultshim
+{
+
+namespace
+{
+
+template<class Signature>
+Signature* next(const char* name)
+{
+    return reinterpret_cast<Signature*>(dlsym(RTLD_NEXT, name));
+}
+
+template<class Result, class Real>
+Result through(Verdict verdict, Result failure, Real real)
+{
+    if (verdict == Verdict::Fail)
+    {
+        return failure;
+    }
+    const Result result = real();
+    if (verdict == Verdict::KillAfterwards)
+    {
+        killNow();
+    }
+    return result;
+}
+
+// The resource is gone also where giving it back fails.
+template<class Result, class Real>
+Result throughAnyway(Verdict verdict, Result failure, Real real)
+{
+    const int error = errno;
+    const Result result = through(verdict == Verdict::Fail ? Verdict::Pass : verdict, failure, real);
+    if (verdict == Verdict::Fail)
+    {
+        errno = error;
+        return failure;
+    }
+    return result;
+}
+
+} // namespace
+
+} // namespace faultshim
+
+using faultshim::Function;
+using faultshim::judge;
+using faultshim::next;
+using faultshim::through;
+using faultshim::throughAnyway;
+using faultshim::Verdict;
+
+#define SHIM_PLACE __builtin_extract_return_addr(__builtin_return_address(0))
+
+/// A function of one line: its type, name and whether it may throw, its parameters and arguments, how it is
+/// counted, what of its arguments tells the path, and what it returns when it fails.
+#define SHIM(RESULT, NAME, NOEXCEPT, PARAMETERS, ARGUMENTS, FUNCTION, WHERE, FAILURE)                        \
+    extern "C" RESULT NAME PARAMETERS NOEXCEPT                                                               \
+    {                                                                                                        \
+        static auto* const real = next<RESULT PARAMETERS>(#NAME);                                            \
+        return through<RESULT>(judge(Function::FUNCTION, WHERE, SHIM_PLACE), FAILURE,                        \
+                               [&] { return real ARGUMENTS; });                                              \
+    }
+#define SHIM_TWO(...) __VA_ARGS__
+
+SHIM(int, stat, noexcept, (const char* path, struct stat* status), (path, status), Stat, path, -1)
+SHIM(int, stat64, noexcept, (const char* path, struct stat64* status), (path, status), Stat, path, -1)
+SHIM(int, lstat, noexcept, (const char* path, struct stat* status), (path, status), Lstat, path, -1)
+SHIM(int, lstat64, noexcept, (const char* path, struct stat64* status), (path, status), Lstat, path, -1)
+SHIM(int, fstat, noexcept, (int file, struct stat* status), (file, status), Fstat, SHIM_TWO(file, nullptr),
+     -1)
+SHIM(int, fstat64, noexcept, (int file, struct stat64* status), (file, status), Fstat,
+     SHIM_TWO(file, nullptr), -1)
+SHIM(int, fstatat, noexcept, (int directory, const char* name, struct stat* status, int flags),
+     (directory, name, status, flags), Fstatat, SHIM_TWO(directory, name), -1)
+SHIM(int, fstatat64, noexcept, (int directory, const char* name, struct stat64* status, int flags),
+     (directory, name, status, flags), Fstatat, SHIM_TWO(directory, name), -1)
+SHIM(int, access, noexcept, (const char* path, int mode), (path, mode), Access, path, -1)
+SHIM(int, mkdir, noexcept, (const char* path, mode_t mode), (path, mode), Mkdir, path, -1)
+SHIM(int, chmod, noexcept, (const char* path, mode_t mode), (path, mode), Chmod, path, -1)
+SHIM(int, unlink, noexcept, (const char* path), (path), Unlink, path, -1)
+SHIM(int, unlinkat, noexcept, (int directory, const char* name, int flags), (directory, name, flags),
+     Unlinkat, SHIM_TWO(directory, name), -1)
+SHIM(int, rmdir, noexcept, (const char* path), (path), Rmdir, path, -1)
+SHIM(int, remove, noexcept, (const char* path), (path), Remove, path, -1)
+SHIM(DIR*, opendir, , (const char* path), (path), Opendir, path, nullptr)
+SHIM(DIR*, fdopendir, , (int file), (file), Fdopendir, SHIM_TWO(file, nullptr), nullptr)
+SHIM(ssize_t, readlink, noexcept, (const char* path, char* target, size_t room), (path, target, room),
+     Readlink, path, -1)
+SHIM(FILE*, fopen, , (const char* path, const char* mode), (path, mode), Fopen, path, nullptr)
+SHIM(FILE*, fopen64, , (const char* path, const char* mode), (path, mode), Fopen, path, nullptr)
+SHIM(FILE*, popen, , (const char* command, const char* mode), (command, mode), Popen, command, nullptr)
+SHIM(char*, fgets, , (char* text, int room, FILE* file), (text, room, file), Fgets, nullptr, nullptr)
+SHIM(pid_t, fork, noexcept, (), (), Fork, nullptr, -1)
+
+extern "C" int openat(int directory, const char* name, int flags, ...)
+{
+    static auto* const real = next<int(int, const char*, int, ...)>("openat");
+    mode_t mode = 0;
+    if ((flags & O_CREAT) != 0)
+    {
+        std::va_list arguments;
+        va_start(arguments, flags);
+        mode = va_arg(arguments, mode_t);
+        va_end(arguments);
+    }
+    return through(judge(Function::Openat, directory, name, SHIM_PLACE), -1,
+                   [&] { return real(directory, name, flags, mode); });
+}
+
+extern "C" int openat64(int directory, const char* name, int flags, ...) __attribute__((alias("openat")));
+
+extern "C" int close(int file)
+{
+    static auto* const real = next<int(int)>("close");
+    return throughAnyway(judge(Function::Close, file, nullptr, SHIM_PLACE), -1, [&] { return real(file); });
+}
+
+extern "C" int pclose(FILE* file)
+{
+    static auto* const real = next<int(FILE*)>("pclose");
+    return throughAnyway(judge(Function::Pclose, nullptr, SHIM_PLACE), -1, [&] { return real(file); });
+}
+
+namespace
+{
+
+template<class Entry, class Real>
+Entry* readNext(DIR* directory, Real real, const void* place)
+{
+    Entry* const entry = through<Entry*>(judge(Function::Readdir, dirfd(directory), nullptr, place), nullptr,
+                                         [&] { return real(directory); });
+    if (entry != nullptr)
+    {
+        faultshim::noteEntry(entry->d_name);
+    }
+    return entry;
+}
+
+} // namespace
+
+extern "C" struct dirent* readdir(DIR* directory)
+{
+    static auto* const real = next<struct dirent*(DIR*)>("readdir");
+    return readNext<struct dirent>(directory, real, SHIM_PLACE);
+}
+
+extern "C" struct dirent64* readdir64(DIR* directory)
+{
+    static auto* const real = next<struct dirent64*(DIR*)>("readdir64");
+    return readNext<struct dirent64>(directory, real, SHIM_PLACE);
+}
