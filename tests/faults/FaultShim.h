@@ -23,7 +23,10 @@ enum class Function
     Opendir,
     Fdopendir,
     Readdir,
+    Closedir,
+    Open,
     Openat,
+    Fcntl,
     Close,
     Readlink,
     Fopen,
@@ -31,6 +34,8 @@ enum class Function
     Fgets,
     Pclose,
     Fork,
+    Regcomp,
+    Regexec,
     OperatorNew,
     Strdup,
     Calloc,
@@ -47,6 +52,7 @@ enum class Caller
 {
     Component,
     Poco,
+    CLibrary,
     Other
 };
 
@@ -73,12 +79,21 @@ struct Kill
     bool afterwards; ///< when the call has been made, not before
 };
 
-// From `arm` to `disarm` the calls of this thread are counted, noted and failed. What is noted begins anew
-// with `arm`. The functions below are for one thread at a time.
-void arm();
-void arm(const Failure& failure);
-void arm(const Kill& kill);
-void disarm();
+// What is to happen to the calls of this thread while it is Armed. Counts and notes begin anew. All of this
+// is for one thread at a time.
+void plan(); ///< nothing
+void plan(const Failure& failure);
+void plan(const Kill& kill);
+
+/// While one lives, the thread's calls are counted, noted, failed and killed as was planned.
+class Armed
+{
+public:
+    Armed();
+    Armed(const Armed&) = delete;
+    Armed& operator=(const Armed&) = delete;
+    ~Armed();
+};
 
 unsigned long countOf(Function function);
 bool hasFailed();     ///< whether the call that was to fail was reached
@@ -86,8 +101,14 @@ std::size_t failed(); ///< its index among the calls, unless it was of an alloca
 std::size_t callCount();
 const Call& call(std::size_t index);
 
-/// Blocks of memory that were allocated between `arm` and `disarm` and haven't been freed, by anyone.
-std::size_t liveBlocks();
+/// Blocks of memory that an Armed thread allocated and that haven't been freed, by anyone.
+struct LiveBlocks
+{
+    std::size_t ofPoco = 0;
+    std::size_t ofTheCLibrary = 0;
+    std::size_t others = 0;
+};
+LiveBlocks liveBlocks();
 void forgetBlocks();
 void printBlocks(); ///< to standard error: size and the place of the allocation
 

@@ -6,6 +6,7 @@
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <regex.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -73,6 +74,14 @@ using faultshim::Verdict;
                                [&] { return real ARGUMENTS; });                                              \
     }
 #define SHIM_TWO(...) __VA_ARGS__
+#define SHIM_ALONE(RESULT, NAME, PARAMETERS, ARGUMENTS, FUNCTION)                                            \
+    extern "C" RESULT NAME PARAMETERS                                                                        \
+    {                                                                                                        \
+        static auto* const real = next<RESULT PARAMETERS>(#NAME);                                            \
+        const Verdict verdict = judge(Function::FUNCTION, text, SHIM_PLACE);                                 \
+        const faultshim::Suspended alone;                                                                    \
+        return through<RESULT>(verdict, REG_ESPACE, [&] { return real ARGUMENTS; });                         \
+    }
 
 SHIM(int, stat, noexcept, (const char* path, struct stat* status), (path, status), Stat, path, -1)
 SHIM(int, stat64, noexcept, (const char* path, struct stat64* status), (path, status), Stat, path, -1)
@@ -102,29 +111,74 @@ SHIM(FILE*, fopen, , (const char* path, const char* mode), (path, mode), Fopen, 
 SHIM(FILE*, fopen64, , (const char* path, const char* mode), (path, mode), Fopen, path, nullptr)
 SHIM(FILE*, popen, , (const char* command, const char* mode), (command, mode), Popen, command, nullptr)
 SHIM(char*, fgets, , (char* text, int room, FILE* file), (text, room, file), Fgets, nullptr, nullptr)
+// What these allocate isn't failed by itself: the C library then frees some of it twice.
+SHIM_ALONE(int, regcomp, (regex_t * pattern, const char* text, int flags), (pattern, text, flags), Regcomp)
+SHIM_ALONE(int, regexec,
+           (const regex_t* pattern, const char* text, size_t count, regmatch_t matches[], int flags),
+           (pattern, text, count, matches, flags), Regexec)
 SHIM(pid_t, fork, noexcept, (), (), Fork, nullptr, -1)
 
-extern "C" int openat(int directory, const char* name, int flags, ...)
+namespace
 {
-    static auto* const real = next<int(int, const char*, int, ...)>("openat");
-    mode_t mode = 0;
-    if ((flags & O_CREAT) != 0)
-    {
-        std::va_list arguments;
-        va_start(arguments, flags);
-        mode = va_arg(arguments, mode_t);
-        va_end(arguments);
-    }
-    return through(judge(Function::Openat, directory, name, SHIM_PLACE), -1,
+
+template<class Signature>
+int openThrough(Signature* real, int directory, const char* name, int flags, std::va_list arguments,
+                Function function, const void* place)
+{
+    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+    return through(judge(function, directory, name, place), -1,
                    [&] { return real(directory, name, flags, mode); });
 }
 
-extern "C" int openat64(int directory, const char* name, int flags, ...) __attribute__((alias("openat")));
+int openAt(int directory, const char* name, int flags, mode_t mode)
+{
+    static auto* const real = next<int(int, const char*, int, ...)>("openat");
+    return real(directory, name, flags, mode);
+}
+
+} // namespace
+
+#define SHIM_OPEN(NAME, PARAMETERS, DIRECTORY, FUNCTION)                                                     \
+    extern "C" int NAME PARAMETERS                                                                           \
+    {                                                                                                        \
+        std::va_list arguments;                                                                              \
+        va_start(arguments, flags);                                                                          \
+        const int file = openThrough(openAt, DIRECTORY, path, flags, arguments, FUNCTION, SHIM_PLACE);       \
+        va_end(arguments);                                                                                   \
+        return file;                                                                                         \
+    }
+
+SHIM_OPEN(open, (const char* path, int flags, ...), AT_FDCWD, Function::Open)
+SHIM_OPEN(open64, (const char* path, int flags, ...), AT_FDCWD, Function::Open)
+SHIM_OPEN(openat, (int directory, const char* path, int flags, ...), directory, Function::Openat)
+SHIM_OPEN(openat64, (int directory, const char* path, int flags, ...), directory, Function::Openat)
+
+#define SHIM_FCNTL(NAME)                                                                                     \
+    extern "C" int NAME(int file, int command, ...)                                                          \
+    {                                                                                                        \
+        static auto* const real = next<int(int, int, ...)>(#NAME);                                           \
+        std::va_list arguments;                                                                              \
+        va_start(arguments, command);                                                                        \
+        void* const argument = va_arg(arguments, void*);                                                     \
+        va_end(arguments);                                                                                   \
+        return through(judge(Function::Fcntl, file, nullptr, SHIM_PLACE), -1,                                \
+                       [&] { return real(file, command, argument); });                                       \
+    }
+
+SHIM_FCNTL(fcntl)
+SHIM_FCNTL(fcntl64)
 
 extern "C" int close(int file)
 {
     static auto* const real = next<int(int)>("close");
     return throughAnyway(judge(Function::Close, file, nullptr, SHIM_PLACE), -1, [&] { return real(file); });
+}
+
+extern "C" int closedir(DIR* directory)
+{
+    static auto* const real = next<int(DIR*)>("closedir");
+    return throughAnyway(judge(Function::Closedir, dirfd(directory), nullptr, SHIM_PLACE), -1,
+                         [&] { return real(directory); });
 }
 
 extern "C" int pclose(FILE* file)

@@ -18,9 +18,10 @@ namespace
 {
 
 constexpr std::array<const char*, FUNCTIONS> names{
-    "stat",  "lstat",  "fstat",   "fstatat",   "access",       "mkdir",  "chmod",  "unlink",   "unlinkat",
-    "rmdir", "remove", "opendir", "fdopendir", "readdir",      "openat", "close",  "readlink", "fopen",
-    "popen", "fgets",  "pclose",  "fork",      "operator new", "strdup", "calloc", "malloc"};
+    "stat",     "lstat",   "fstat",   "fstatat",      "access",    "mkdir",   "chmod",    "unlink",
+    "unlinkat", "rmdir",   "remove",  "opendir",      "fdopendir", "readdir", "closedir", "open",
+    "openat",   "fcntl",   "close",   "readlink",     "fopen",     "popen",   "fgets",    "pclose",
+    "fork",     "regcomp", "regexec", "operator new", "strdup",    "calloc",  "malloc"};
 
 // The thread's own flags are part of the block that the thread has from its start: reaching them allocates
 // nothing.
@@ -33,7 +34,7 @@ std::size_t notedCount = 0;
 std::array<unsigned long, FUNCTIONS> counts{};
 unsigned long killableCount = 0;
 Failure failure{};
-Kill kill_{};
+Kill plannedKill{};
 bool failureReached = false;
 std::size_t failedCall = 0;
 
@@ -86,6 +87,10 @@ Caller callerAt(const void* place)
     {
         return Caller::Component;
     }
+    if (std::strstr(info.dli_fname, "/libc.so") != nullptr)
+    {
+        return Caller::CLibrary;
+    }
     return std::strstr(info.dli_fname, "libPoco") != nullptr ? Caller::Poco : Caller::Other;
 }
 
@@ -103,16 +108,15 @@ void note(Function function, const char* path, const void* place)
     call.entry[0] = '\0';
 }
 
-void rearm()
+void begin()
 {
     notedCount = 0;
     counts = {};
     killableCount = 0;
     failure = {};
-    kill_ = {};
+    plannedKill = {};
     failureReached = false;
     failedCall = 0;
-    isArmed = true;
 }
 
 } // namespace
@@ -127,24 +131,29 @@ bool isAllocator(Function function)
     return function >= Function::OperatorNew;
 }
 
-void arm()
+void plan()
 {
-    rearm();
+    begin();
 }
 
-void arm(const Failure& toFail)
+void plan(const Failure& toFail)
 {
-    rearm();
+    begin();
     failure = toFail;
 }
 
-void arm(const Kill& toKill)
+void plan(const Kill& toKill)
 {
-    rearm();
-    kill_ = toKill;
+    begin();
+    plannedKill = toKill;
 }
 
-void disarm()
+Armed::Armed()
+{
+    isArmed = true;
+}
+
+Armed::~Armed()
 {
     isArmed = false;
 }
@@ -185,9 +194,9 @@ Verdict judge(Function function, const char* path, const void* place)
     if (!isAllocator(function))
     {
         note(function, path, place);
-        if (++killableCount == kill_.number)
+        if (++killableCount == plannedKill.number)
         {
-            if (!kill_.afterwards)
+            if (!plannedKill.afterwards)
             {
                 killNow();
             }
@@ -247,11 +256,11 @@ void killNow()
     std::_Exit(4);
 }
 
-void noteBlock(void* block, std::size_t size, const void* place)
+bool noteBlock(void* block, std::size_t size, const void* place)
 {
     if (block == nullptr || !isArmed || isSuspended)
     {
-        return;
+        return false;
     }
     const BlocksLock lock;
     std::size_t slot = slotOf(block);
@@ -261,6 +270,7 @@ void noteBlock(void* block, std::size_t size, const void* place)
     }
     blocks[slot] = {block, size, place};
     ++blockCount;
+    return true;
 }
 
 void forgetBlock(const void* block)
@@ -281,9 +291,20 @@ void forgetBlock(const void* block)
     }
 }
 
-std::size_t liveBlocks()
+LiveBlocks liveBlocks()
 {
-    return blockCount;
+    LiveBlocks live;
+    for (const Block& block : blocks)
+    {
+        if (block.block != nullptr && block.block != tombstone)
+        {
+            const Caller caller = callerAt(block.place);
+            ++(caller == Caller::Poco       ? live.ofPoco
+               : caller == Caller::CLibrary ? live.ofTheCLibrary
+                                            : live.others);
+        }
+    }
+    return live;
 }
 
 void forgetBlocks()

@@ -22,7 +22,8 @@ Verdict judge(Function function, int descriptor, const char* name, const void* p
 void noteEntry(const char* name); ///< of the last call
 [[noreturn]] void killNow();
 
-void noteBlock(void* block, std::size_t size, const void* place);
+/// Whether the block counts: it is one of an Armed thread.
+bool noteBlock(void* block, std::size_t size, const void* place);
 void forgetBlock(const void* block);
 
 } // namespace faultshim

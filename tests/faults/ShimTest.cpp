@@ -19,8 +19,6 @@ namespace
 class Shim : public testing::Test
 {
 protected:
-    ~Shim() override { faultshim::disarm(); }
-
     TemporaryTree tree;
 };
 
@@ -29,14 +27,13 @@ protected:
 TEST_F(Shim, FailsTheCallsThatPocoMakes)
 {
     const Poco::File file(tree.file("f"));
-    faultshim::arm({Function::Stat, 2, EACCES});
-    const bool first = file.exists();
-    const bool second = file.exists();
-    const bool third = file.exists();
-    faultshim::disarm();
-    EXPECT_TRUE(first);
-    EXPECT_FALSE(second);
-    EXPECT_TRUE(third);
+    faultshim::plan({Function::Stat, 2, EACCES});
+    {
+        const faultshim::Armed armed;
+        EXPECT_TRUE(file.exists());
+        EXPECT_FALSE(file.exists());
+        EXPECT_TRUE(file.exists());
+    }
     ASSERT_TRUE(faultshim::hasFailed());
     const faultshim::Call& call = faultshim::call(faultshim::failed());
     EXPECT_EQ(call.caller, faultshim::Caller::Poco);
@@ -45,41 +42,36 @@ TEST_F(Shim, FailsTheCallsThatPocoMakes)
 
 TEST_F(Shim, FailsAnAllocationOnce)
 {
-    faultshim::arm({Function::OperatorNew, 1, ENOMEM});
-    bool failed = false;
-    try
-    {
-        const auto first = std::make_unique<int>(1);
-    }
-    catch (const std::bad_alloc&)
-    {
-        failed = true;
-    }
-    const auto second = std::make_unique<int>(2);
-    faultshim::disarm();
-    EXPECT_TRUE(failed);
-    EXPECT_EQ(*second, 2);
+    faultshim::plan({Function::OperatorNew, 1, ENOMEM});
+    const faultshim::Armed armed;
+    EXPECT_THROW(std::make_unique<int>(1), std::bad_alloc);
+    EXPECT_EQ(*std::make_unique<int>(2), 2);
 }
 
 TEST_F(Shim, KnowsWhatIsNotFreed)
 {
     faultshim::forgetBlocks();
-    faultshim::arm();
-    auto* lost = new int(1);
-    char* text = strdup("text");
-    std::free(std::malloc(5));
-    faultshim::disarm();
-    const std::size_t both = faultshim::liveBlocks();
+    faultshim::plan();
+    int* lost = nullptr;
+    char* text = nullptr;
+    {
+        const faultshim::Armed armed;
+        lost = new int(1);
+        text = strdup("text");
+        std::free(std::malloc(5));
+    }
+    const std::size_t both = faultshim::liveBlocks().others;
     delete lost;
     std::free(text);
     EXPECT_EQ(both, 2);
-    EXPECT_EQ(faultshim::liveBlocks(), 0);
+    EXPECT_EQ(faultshim::liveBlocks().others, 0);
 }
 
 TEST_F(Shim, LeavesOtherThreadsAndTheTestAlone)
 {
     const std::string path = tree.file("f");
-    faultshim::arm({Function::Stat, 1, EIO});
+    faultshim::plan({Function::Stat, 1, EIO});
+    const faultshim::Armed armed;
     bool onThread = false;
     {
         const faultshim::Suspended suspended;
@@ -94,10 +86,12 @@ TEST_F(Shim, NotesWhatADirectoryIsReadFor)
 {
     const std::string path = tree.directory("d");
     tree.file("d/only");
-    faultshim::arm();
-    for (Poco::DirectoryIterator entry(path); entry != Poco::DirectoryIterator(); ++entry)
-    {}
-    faultshim::disarm();
+    faultshim::plan();
+    {
+        const faultshim::Armed armed;
+        for (Poco::DirectoryIterator entry(path); entry != Poco::DirectoryIterator(); ++entry)
+        {}
+    }
     bool seen = false;
     for (std::size_t i = 0; i < faultshim::callCount(); ++i)
     {
