@@ -69,7 +69,8 @@ Changes withoutMode(const Fault& fault, const std::string& root)
 /// Parts of what a commit removes may stay when the way to it can't be looked at. The rest is done.
 Changes someStay(const Fault& fault)
 {
-    const std::string top = fault.path.starts_with("e") ? "e" : "d/b";
+    // a removal begins at the directory that holds what is to go
+    const std::string top = fault.path.empty() || fault.path.starts_with("e") ? "e" : "d/b";
     Changes changes = {Change{}};
     Texts rest = GONE;
     std::erase(rest, top);
@@ -114,6 +115,7 @@ std::vector<Scenario> commitScenarios(const std::string& root)
                                          Function::Fstatat, Function::Opendir,  Function::Fdopendir,
                                          Function::Readdir, Function::Open,     Function::Openat,
                                          Function::Close,   Function::Closedir, Function::Fcntl};
+    const std::vector<Function> opening = {Function::Open, Function::Fstat, Function::Close};
     const std::vector<Function> removals = {Function::Unlink, Function::Unlinkat, Function::Rmdir,
                                             Function::Remove};
 
@@ -127,6 +129,8 @@ std::vector<Scenario> commitScenarios(const std::string& root)
                 on(removals, "e*", staysAtLeast),
                 on(looks, "d/b", someStay),
                 on(looks, "e*", someStay),
+                on(opening, "d", someStay),
+                on(opening, "", someStay),
                 on({Function::Mkdir}, "*",
                    [](const Fault& fault) { return Changes{stopped(indexOf(fault.path))}; }),
                 on({Function::Chmod}, "*", [root](const Fault& fault) { return withoutMode(fault, root); }),

@@ -1,6 +1,7 @@
 #include "OnThreads.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <regex.h>
 #include <string>
 #include <vector>
@@ -66,6 +67,81 @@ TEST(RegularExpression, TakesTheFlagsOfTheSystem)
     EXPECT_TRUE(RegularExpression("^a+$", 0).match("a+", 0)) << "basic, where a plus sign is a character";
     EXPECT_FALSE(RegularExpression("^a", REG_EXTENDED).match("a", REG_NOTBOL));
     EXPECT_FALSE(RegularExpression("a$", REG_EXTENDED).match("a", REG_NOTEOL));
+}
+
+std::string repeated(const std::string& text, int times)
+{
+    std::string result;
+    for (int i = 0; i < times; ++i)
+    {
+        result += text;
+    }
+    return result;
+}
+
+TEST(RegularExpression, ThatWouldTakeTooMuchMemoryOrTimeIsNotValid)
+{
+    for (const std::string& text : {
+             std::string("^(((a{1,255}){1,255}){1,255})$"),
+             std::string("^((a?){0,255}){0,16}$"),
+             std::string("^((a?){0,31}){0,16}$"),
+             std::string("^a{255}{255}$"),
+             std::string("^((a|^)*|$)*{50}$"),
+             std::string("^((a|^){0,100}|$){2}$"),
+             std::string("^.*(.*).*\\1.*x$"),
+             std::string("^(a|b)(c|d)\\2$"),
+             "^" + repeated("(", 20000) + "a" + repeated(")", 20000) + "$",
+             "^" + repeated("a", 9000) + "$",
+             "^" + repeated("a?", 2048) + "$",
+         })
+    {
+        const RegularExpression expression(text, ExtendedWithoutSubMatches);
+        EXPECT_FALSE(expression.isExpressionValid()) << text.substr(0, 60);
+        EXPECT_FALSE(expression.match("a", 0)) << text.substr(0, 60);
+    }
+    EXPECT_FALSE(RegularExpression("^\\(\\(a\\{1,255\\}\\)\\{1,255\\}\\)$", 0).isExpressionValid())
+        << "basic, where a repetition has backslashes";
+}
+
+TEST(RegularExpression, ThatAnOperatorMayNeedIsValid)
+{
+    for (const std::string& text : {
+             std::string("^[a-z]{1,64}[0-9_.-]{0,64}\\.(log(\\.[0-9]{1,3})?|t[]x[:blank:]{1000}]t)$"),
+             "^" + repeated("statistics-2026-01-01.xml|", 250) + "x$",
+             "^" + repeated("(", 200) + "a" + repeated(")", 200) + "$",
+             "^" + repeated("[{1000}(]\\{1000}\\(", 200) + "$",
+             std::string("^.{255}$"),
+             std::string("^(.{1,30}-){8}$"),
+             std::string("(^|-)(a+|b*)+($|-)"),
+         })
+    {
+        EXPECT_TRUE(RegularExpression(text, ExtendedWithoutSubMatches).isExpressionValid())
+            << text.substr(0, 60);
+    }
+    EXPECT_TRUE(RegularExpression("^(.*)-\\1$", ExtendedWithoutSubMatches).match("ab-ab", 0));
+    EXPECT_FALSE(RegularExpression("^(.*)-\\1$", ExtendedWithoutSubMatches).match("ab-ac", 0));
+    EXPECT_TRUE(
+        RegularExpression("^(((a{1,255}){1,255}){1,255})$", 0).match("(((a{1,255}){1,255}){1,255})", 0))
+        << "basic, where these are characters";
+}
+
+TEST(RegularExpression, KeepsLittleOfManyTexts)
+{
+    const RegularExpression expression("^(a|b)*a(a|b){20}x$", ExtendedWithoutSubMatches);
+    const std::size_t before = mallinfo2().uordblks;
+    unsigned int random = 1;
+    for (int i = 0; i < 500; ++i)
+    {
+        std::string text;
+        for (int j = 0; j < 250; ++j)
+        {
+            random = random * 1103515245U + 12345U;
+            text += (random >> 16U) % 2 == 0 ? 'a' : 'b';
+        }
+        EXPECT_FALSE(expression.match(text, 0));
+    }
+    EXPECT_LT(mallinfo2().uordblks, before + 32'000'000U);
+    EXPECT_TRUE(expression.match(repeated("a", 21) + "x", 0));
 }
 
 TEST(RegularExpression, MatchesOnSeveralThreadsAtOnce)

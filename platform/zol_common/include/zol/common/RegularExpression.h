@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <mutex>
 #include <regex.h>
 #include <string>
 
@@ -7,6 +9,9 @@ namespace Zol
 {
 
 /// A POSIX regular expression. Matching is safe from several threads at a time.
+///
+/// One that would take the system too much memory or time, through repetitions of repetitions for instance,
+/// is not valid, and what the system keeps of one match for the next is dropped in time.
 class RegularExpression
 {
 public:
@@ -22,8 +27,15 @@ public:
     bool match(const std::string& text, int flags) const;
 
 private:
-    regex_t _compiled{};
+    void dropWhatIsKept() const;
+
+    std::string _expression;
+    int _flags;
+    std::size_t _bytesToKeep;
     bool _valid;
+    mutable std::mutex _mutex; // protects the following two
+    mutable regex_t _compiled{};
+    mutable std::size_t _matchedBytes = 0;
 };
 
 } // namespace Zol
