@@ -1,6 +1,8 @@
 #include "FileMTransaction.h"
 #include "LogForms.h"
+#include "TreeRemoval.h"
 
+#include <Poco/Exception.h>
 #include <Poco/File.h>
 #include <cerrno>
 #include <cstdlib>
@@ -26,10 +28,10 @@ void removeAll(const NonComittedData::Paths& paths)
 {
     for (const Poco::Path& path : paths)
     {
-        Poco::File item(path);
+        const std::string item = path.toString();
         try
         {
-            item.remove(true);
+            removeTree(item);
         }
         catch (...)
         {
@@ -53,9 +55,32 @@ mode_t modeOfNewDirectory(const std::string& directory)
     return isBelowSetgid ? newDirectoryModeBelowSetgid : newDirectoryMode;
 }
 
+// Poco::File::createDirectories would read the texts of the ancestors anew, with `a:` as a device.
+void createWithAncestors(const Poco::Path& directory)
+{
+    Poco::File file(directory);
+    if (file.exists())
+    {
+        return;
+    }
+    if (directory.depth() > 1)
+    {
+        createWithAncestors(directory.parent());
+    }
+    try
+    {
+        file.createDirectory();
+    }
+    catch (const Poco::FileExistsException&)
+    {
+        // also a link to nothing
+        return;
+    }
+}
+
 void createDirectory(const Poco::Path& path)
 {
-    Poco::File(path).createDirectories();
+    createWithAncestors(path);
     const std::string directory = path.toString();
     if (::chmod(directory.c_str(), modeOfNewDirectory(directory)) != 0)
     {

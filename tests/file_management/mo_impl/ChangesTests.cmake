@@ -21,4 +21,5 @@ zol_test(changes_tests
     LIBRARIES zol::file_management_objects zol_test_support)
 target_link_options(changes_tests PRIVATE # for SystemFaults
     LINKER:--wrap=chmod,--wrap=chown,--wrap=stat64,--wrap=free
-    LINKER:--wrap=_ZN4Poco4File17createDirectoriesEv,--wrap=_ZN4Poco4File6removeEb)
+    LINKER:--wrap=_ZN4Poco4File15createDirectoryEv
+    LINKER:--wrap=_ZN17ZolFileManagement10removeTreeERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE)

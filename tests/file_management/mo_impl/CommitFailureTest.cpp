@@ -171,7 +171,7 @@ TEST_F(CommitFailure, TheTransactionIsReadyForMoreAfterAFailedCommit)
 TEST_F(CommitFailure, AnyStandardExceptionOfACreationIsTracedWithItsText)
 {
     ASSERT_EQ(create("a"), 0);
-    system.createDirectories = [](const std::string&) { throw std::logic_error("so it is"); };
+    system.createDirectory = [](const std::string&) { throw std::logic_error("so it is"); };
     const RecordedLog log;
     EXPECT_EQ(worker.commit(), -1);
     EXPECT_THAT(log.statements(),

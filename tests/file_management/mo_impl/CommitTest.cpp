@@ -50,7 +50,7 @@ TEST_F(Commit, OfNothingTouchesNothing)
     tree.chmod("d", 0700);
     const Texts before = tree.listing();
     keepModes();
-    system.createDirectories = [](const std::string& path) { ADD_FAILURE() << "created " << path; };
+    system.createDirectory = [](const std::string& path) { ADD_FAILURE() << "created " << path; };
     system.remove = [](const std::string& path) { ADD_FAILURE() << "removed " << path; };
 
     const RecordedLog log;
@@ -116,7 +116,7 @@ TEST_F(Commit, CreatesDirectoriesBeforeItRemovesDirectories)
     ASSERT_EQ(create("new", fileGroup("d")), 0);
     ASSERT_EQ(remove(fileGroup("d")), "0 bool[true]");
     Texts created;
-    system.createDirectories = [&](const std::string& path) { created.push_back(path); };
+    system.createDirectory = [&](const std::string& path) { created.push_back(path); };
     EXPECT_EQ(worker.commit(), 0);
     EXPECT_THAT(created, ElementsAre(tree.path("d/new")));
     EXPECT_THAT(tree.listing(), IsEmpty());
@@ -150,7 +150,7 @@ TEST_F(Commit, GoesThroughEachSetInTheOrderOfTheWholeTexts)
 
     Texts steps;
     const auto keep = [&](const std::string& path) { steps.push_back(path.substr(tree.path().size() + 1)); };
-    system.createDirectories = keep;
+    system.createDirectory = keep;
     system.remove = keep;
     EXPECT_EQ(worker.commit(), 0);
     EXPECT_THAT(steps, ElementsAre("files/f-g", "files/f.g", "files/f/x", //

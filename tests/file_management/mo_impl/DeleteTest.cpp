@@ -28,7 +28,7 @@ protected:
     void expectNothingIsCreated()
     {
         SystemFaults system;
-        system.createDirectories = [](const std::string& path) { ADD_FAILURE() << "created " << path; };
+        system.createDirectory = [](const std::string& path) { ADD_FAILURE() << "created " << path; };
         EXPECT_EQ(worker.commit(), 0);
     }
 };

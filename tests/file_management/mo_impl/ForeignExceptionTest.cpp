@@ -92,7 +92,7 @@ TEST_F(ForeignException, InACreationOfTheCommitEndsTheProcess)
     ASSERT_EQ(create("a"), 0);
     expectEndOfProcess([this] {
         zoltest::SystemFaults system;
-        system.createDirectories = [](const std::string&) { raise<Foreign>(); };
+        system.createDirectory = [](const std::string&) { raise<Foreign>(); };
         worker.commit();
     });
 }

@@ -123,7 +123,7 @@ TEST_F(Remove, LeavesNewDirectoriesBelowForTheCommitToCreateAndRemoveAgain)
     EXPECT_EQ(remove(d), yes);
     Texts created;
     zoltest::SystemFaults system;
-    system.createDirectories = [&](const std::string& path) { created.push_back(path); };
+    system.createDirectory = [&](const std::string& path) { created.push_back(path); };
     EXPECT_EQ(worker.commit(), 0);
     EXPECT_THAT(created, ElementsAre(tree.path("d/new")));
     EXPECT_THAT(tree.listing(), IsEmpty());

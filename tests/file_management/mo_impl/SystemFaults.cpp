@@ -77,25 +77,28 @@ void __wrap_free(void* memory)
     __real_free(memory);
 }
 
-// Poco::File::createDirectories()
-void __real__ZN4Poco4File17createDirectoriesEv(Poco::File* file);
-void __wrap__ZN4Poco4File17createDirectoriesEv(Poco::File* file)
+// Poco::File::createDirectory()
+bool __real__ZN4Poco4File15createDirectoryEv(Poco::File* file);
+bool __wrap__ZN4Poco4File15createDirectoryEv(Poco::File* file)
 {
-    if (live != nullptr && live->createDirectories)
+    if (live != nullptr && live->createDirectory)
     {
-        live->createDirectories(file->path());
+        live->createDirectory(file->path());
     }
-    __real__ZN4Poco4File17createDirectoriesEv(file);
+    return __real__ZN4Poco4File15createDirectoryEv(file);
+}
 }
 
-// Poco::File::remove(bool)
-void __real__ZN4Poco4File6removeEb(Poco::File* file, bool recursive);
-void __wrap__ZN4Poco4File6removeEb(Poco::File* file, bool recursive)
+// ZolFileManagement::removeTree(const std::string&)
+bool realRemoveTree(const std::string& path) __asm__(
+    "__real__ZN17ZolFileManagement10removeTreeERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE");
+bool wrappedRemoveTree(const std::string& path) __asm__(
+    "__wrap__ZN17ZolFileManagement10removeTreeERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE");
+bool wrappedRemoveTree(const std::string& path)
 {
     if (live != nullptr && live->remove)
     {
-        live->remove(file->path());
+        live->remove(path.ends_with('/') ? path.substr(0, path.size() - 1) : path);
     }
-    __real__ZN4Poco4File6removeEb(file, recursive);
-}
+    return realRemoveTree(path);
 }
