@@ -1,6 +1,7 @@
 #include "model/Operation.h"
 
-#include <cctype>
+#include "model/Printable.h"
+
 #include <sstream>
 
 namespace zolmodel
@@ -11,21 +12,7 @@ namespace
 
 std::string quoted(const std::string& text)
 {
-    std::ostringstream result;
-    result << '"';
-    for (const char character : text)
-    {
-        const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte >= 0x7F)
-        {
-            result << "\\x" << std::hex << (byte >> 4U) << (byte & 15U) << std::dec;
-        }
-        else
-        {
-            result << (character == '"' || character == '\\' ? "\\" : "") << character;
-        }
-    }
-    return result.str() + '"';
+    return '"' + printable(text) + '"';
 }
 
 std::string quoted(const std::vector<std::string>& texts)

@@ -16,6 +16,9 @@
 #include <unistd.h>
 #include <utility>
 
+/// There under the leak sanitizer alone.
+extern "C" int __lsan_do_recoverable_leak_check() __attribute__((weak));
+
 namespace zolmodel
 {
 
@@ -158,7 +161,9 @@ std::optional<std::string> Runner::runRounds(Progress& progress)
         progress.skipped += comparison.skipped();
         lastIteratorId = comparison.model().world().lastIteratorId;
     }
-    return std::nullopt;
+    alarm(0);
+    const bool leaks = __lsan_do_recoverable_leak_check != nullptr && __lsan_do_recoverable_leak_check() != 0;
+    return leaks ? std::optional<std::string>("the component leaks, see standard error") : std::nullopt;
 }
 
 // As runRounds, and each operation is written down before it is done.
