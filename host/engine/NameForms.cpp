@@ -17,6 +17,9 @@ using boost::algorithm::replace_all_copy;
 
 constexpr std::string_view SUBSTITUTE = "?\?";
 
+/// What a component puts for a plus while it replaces other characters, and takes for one in a name, too.
+constexpr std::string_view COMPONENTS_PLUS = "\xD6\xD6\xD6\xF1";
+
 /// What may stand for the substitute, in the order in which it is tried.
 constexpr std::string_view CANDIDATES[] = {"\\n", "\\r", ",", "=", "+", "<", ">", "#", ";", "\\", "\"", "*"};
 
@@ -28,7 +31,12 @@ void substitute(std::string& name, bool keepPlus)
         const char character = name[i];
         const bool isSequence =
             character == '\\' && i + 1 < name.size() && (name[i + 1] == 'n' || name[i + 1] == 'r');
-        if (character == '+' && keepPlus)
+        if (keepPlus && std::string_view(name).substr(i).starts_with(COMPONENTS_PLUS))
+        {
+            result += "\\2B";
+            i += COMPONENTS_PLUS.size() - 1;
+        }
+        else if (character == '+' && keepPlus)
         {
             result += "\\2B";
         }
@@ -75,7 +83,7 @@ std::string resolvedPath(const std::string& path)
 bool isThere(const std::string& path)
 {
     struct stat status = {};
-    return stat(path.c_str(), &status) == 0;
+    return stat(path.empty() ? "/" : path.c_str(), &status) == 0;
 }
 
 } // namespace

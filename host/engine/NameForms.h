@@ -16,7 +16,7 @@ std::string directoryNameOf(std::string_view fileGroupValue);
 
 /// The path on disk that a component takes a whole DN for, without empty parts, "." and "..", which it
 /// resolves, and without a closing slash. It is not below the root if a part behind a FileGroup is of a class
-/// that the component doesn't know. Nothing is asked of the disk.
+/// that the component doesn't know. That of the disk's own root is empty. Nothing is asked of the disk.
 std::string pathOfDn(std::string_view dn, const std::string& root);
 
 /// The same of the deletion of an object: before a component takes the name as it is, it

@@ -1,31 +1,27 @@
 #include "CaseRun.h"
 
 #include "Expectation.h"
+#include "support/ChildProcess.h"
 #include "support/DistinguishedNames.h"
 
 #include <algorithm>
+#include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <exception>
 #include <filesystem>
 #include <functional>
 #include <iterator>
-#include <regex>
 #include <sstream>
-#include <stdexcept>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <system_error>
 #include <thread>
 #include <unistd.h>
-
-#include <array>
-#include <csignal>
 
 namespace faults
 {
 
 using faultshim::Failure;
 using faultshim::Function;
+using zoltest::ChildOutcome;
 using zoltest::fileGroup;
 using zoltest::fileM;
 
@@ -38,13 +34,7 @@ constexpr unsigned long OTHER_HANDLE = 43;
 /// So that no other end of a process passes for that by an exception that nobody may catch.
 constexpr int ENDED_BY_EXCEPTION = 86;
 
-struct ChildEnd
-{
-    std::string said;
-    int status = 0;
-};
-
-/// An exception of the test must not leave the child, which would go on as a second parent.
+/// An exception of the test must not pass for one of the component.
 std::string sayWithin(const std::function<std::string()>& function) noexcept
 {
     try
@@ -53,44 +43,19 @@ std::string sayWithin(const std::function<std::string()>& function) noexcept
     }
     catch (const std::exception& failure)
     {
-        return std::string("!  ") + failure.what() + "\n";
+        return std::string("  ") + failure.what() + "\n";
     }
 }
 
 /// A child that says something and ends. It is ended itself if a lock that stays taken makes it wait.
-ChildEnd inChild(const std::function<std::string()>& function)
+ChildOutcome inChild(const std::function<std::string()>& function)
 {
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0)
-    {
-        throw std::system_error(errno, std::generic_category(), "pipe");
-    }
-    const pid_t child = fork();
-    if (child == 0)
-    {
-        close(ends[0]);
-        const rlimit noCoreFile = {0, 0};
-        setrlimit(RLIMIT_CORE, &noCoreFile);
+    return zoltest::runInChild([&] {
         alarm(60);
         std::set_terminate([] { _exit(ENDED_BY_EXCEPTION); });
-        const std::string said = sayWithin(function);
-        for (std::size_t sent = 0; sent < said.size();)
-        {
-            const ssize_t now = write(ends[1], said.data() + sent, said.size() - sent);
-            sent += now > 0 ? static_cast<std::size_t>(now) : said.size();
-        }
-        _exit(0);
-    }
-    close(ends[1]);
-    ChildEnd end;
-    std::array<char, 4096> buffer{};
-    for (ssize_t got = 0; (got = read(ends[0], buffer.data(), buffer.size())) > 0;)
-    {
-        end.said.append(buffer.data(), static_cast<std::size_t>(got));
-    }
-    close(ends[0]);
-    waitpid(child, &end.status, 0);
-    return end;
+        std::fputs(sayWithin(function).c_str(), stderr);
+        return 0;
+    });
 }
 
 std::ptrdiff_t openFiles()
@@ -209,10 +174,6 @@ public:
         outcome.answer = _scenario.operation(stage);
         outcome.log = _surroundings.statements.take();
         outcome.messages = _surroundings.host.messages();
-        if (outcome.answer == "" || _surroundings.objects().componentName == nullptr)
-        {
-            problem("the operation has no answer");
-        }
         checkThatOthersWork();
         if (_scenario.commits && stage.transaction->commit() != 0)
         {
@@ -220,7 +181,7 @@ public:
         }
         setDiskChanges(outcome, before, _surroundings.snapshot());
         const ZolReturnT finished = stage.transaction->finish();
-        if (finished != 0 && _scenario.joins && !_endsTransaction())
+        if (finished != 0 && _scenario.joins && !_scenario.finishes)
         {
             problem("the transaction can't be finished");
         }
@@ -234,8 +195,6 @@ public:
     const std::string& problems() const { return _problems; }
 
 private:
-    bool _endsTransaction() const { return _scenario.name == "finish"; }
-
     void problem(const std::string& text) { _problems += "  " + text + "\n"; }
 
     /// On a thread of its own: the lock lets the thread that holds it pass again.
@@ -284,22 +243,22 @@ std::string repeat(Surroundings& surroundings, const Scenario& scenario)
     return problems.empty() ? "" : "  afterwards:\n" + problems;
 }
 
-std::string describeEnd(int status)
+std::string describeEnd(const ChildOutcome& outcome)
 {
-    if (WIFEXITED(status))
+    if (outcome.signal == 0)
     {
         return "  the process has ended\n";
     }
-    const int signal = WTERMSIG(status);
-    return signal == SIGALRM ? "  it never ends: a lock stays taken\n"
-                             : "  signal " + std::string(strsignal(signal)) + "\n";
+    return outcome.signal == SIGALRM
+               ? "  it never ends: a lock stays taken\n"
+               : "  signal " + std::string(strsignal(outcome.signal)) + "\n" + outcome.standardError;
 }
 
 } // namespace
 
 Reference runUndisturbed(Surroundings& surroundings, const Scenario& scenario)
 {
-    const ChildEnd end = inChild([&] {
+    const ChildOutcome end = inChild([&] {
         faultshim::forgetBlocks();
         faultshim::plan();
         Run run(surroundings, scenario);
@@ -316,12 +275,12 @@ Reference runUndisturbed(Surroundings& surroundings, const Scenario& scenario)
         return text.str();
     });
     Reference reference;
-    if (end.status != 0)
+    if (end.exitStatus != 0)
     {
-        reference.problems = describeEnd(end.status);
+        reference.problems = describeEnd(end);
         return reference;
     }
-    std::istringstream text(end.said);
+    std::istringstream text(end.standardError);
     for (auto& calls : reference.calls)
     {
         text >> calls;
@@ -337,14 +296,14 @@ CaseResult runWith(const Failure& failure, Surroundings& surroundings, const Sce
 {
     const bool isAllocation = faultshim::isAllocator(failure.function);
     const bool mayPocoLose = isAllocation && scenario.pocoLosesMemory;
-    const ChildEnd end = inChild([&]() -> std::string {
+    const ChildOutcome end = inChild([&]() -> std::string {
         faultshim::forgetBlocks();
         faultshim::plan(failure);
         Run run(surroundings, scenario, mayPocoLose);
         const Outcome outcome = run.play();
         if (!faultshim::hasFailed())
         {
-            return "!  the call was not reached\n";
+            return "  the call was not reached\n";
         }
         std::string problems;
         std::string where;
@@ -363,7 +322,7 @@ CaseResult runWith(const Failure& failure, Surroundings& surroundings, const Sce
         problems += repeat(surroundings, scenario);
         if (!problems.empty())
         {
-            return "!" + where + problems;
+            return where + problems;
         }
         const bool isSame = outcome.answer == scenario.expected.answer &&
                             outcome.messages == scenario.expected.messages &&
@@ -371,17 +330,18 @@ CaseResult runWith(const Failure& failure, Surroundings& surroundings, const Sce
         return isSame ? "=" : "~";
     });
     CaseResult result;
-    if (end.status != 0)
+    if (end.exitStatus != 0)
     {
         Outcome died;
-        died.dies = WIFEXITED(end.status) && WEXITSTATUS(end.status) == ENDED_BY_EXCEPTION;
-        result.problems =
-            isAllocation && died.dies ? judgeAllocation(died, scenario) : describeEnd(end.status);
+        died.dies = end.exitStatus == ENDED_BY_EXCEPTION;
+        result.problems = isAllocation && died.dies ? judgeAllocation(died, scenario) : describeEnd(end);
         result.effect = result.problems.empty() ? Effect::Died : Effect::Wrong;
         return result;
     }
-    result.effect = end.said == "=" ? Effect::None : end.said == "~" ? Effect::Stated : Effect::Wrong;
-    result.problems = result.effect == Effect::Wrong ? end.said.substr(1) : "";
+    result.effect = end.standardError == "="   ? Effect::None
+                    : end.standardError == "~" ? Effect::Stated
+                                               : Effect::Wrong;
+    result.problems = result.effect == Effect::Wrong ? end.standardError : "";
     return result;
 }
 

@@ -1,12 +1,9 @@
-#include "CaseRun.h"
-#include "Errors.h"
+#include "Campaign.h"
 #include "Scenario.h"
 
 #include <cctype>
-#include <cstring>
 #include <gtest/gtest.h>
 
-using faults::Effect;
 using faults::Scenario;
 using faultshim::Function;
 
@@ -65,17 +62,8 @@ protected:
             {
                 continue;
             }
-            for (unsigned long number = 1; number <= reference.calls[i]; ++number)
-            {
-                for (const int error : faults::errorsOf(function))
-                {
-                    const auto result =
-                        faults::runWith({function, number, error}, surroundings, scenario, reference);
-                    EXPECT_NE(result.effect, Effect::Wrong) << faultshim::nameOf(function) << " " << number
-                                                            << " with " << std::strerror(error) << "\n"
-                                                            << result.problems;
-                }
-            }
+            const faults::Tally tally = faults::failEachCall(function, surroundings, scenario, reference);
+            EXPECT_TRUE(tally.problems.empty()) << tally.problems;
         }
     }
 

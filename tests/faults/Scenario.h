@@ -115,6 +115,7 @@ struct Scenario
 
     std::function<void(Stage&)> prepare = nullptr; ///< before the operation, undisturbed
     bool joins = true;                             ///< whether there is a transaction before the operation
+    bool finishes = false;                         ///< whether the operation ends it
     bool commits = false;                          ///< whether what is staged is committed afterwards
 };
 

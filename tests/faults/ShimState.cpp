@@ -49,7 +49,6 @@ constexpr std::size_t BLOCKS = 1U << 16U;
 std::array<Block, BLOCKS> blocks{};
 std::size_t blockCount = 0;
 std::atomic_flag blocksLock;
-const void* const tombstone = &blocks;
 
 class BlocksLock
 {
@@ -67,6 +66,21 @@ public:
 std::size_t slotOf(const void* block)
 {
     return (reinterpret_cast<std::uintptr_t>(block) >> 4U) * 0x9E3779B1U % BLOCKS;
+}
+
+/// Those behind a gap move up, unless they would then stand before their own slot.
+void closeGap(std::size_t gap)
+{
+    for (std::size_t slot = (gap + 1) % BLOCKS; blocks[slot].block != nullptr; slot = (slot + 1) % BLOCKS)
+    {
+        const std::size_t own = slotOf(blocks[slot].block);
+        if ((slot - own) % BLOCKS >= (slot - gap) % BLOCKS)
+        {
+            blocks[gap] = blocks[slot];
+            gap = slot;
+        }
+    }
+    blocks[gap].block = nullptr;
 }
 
 void copy(const char* text, char* place, std::size_t room)
@@ -264,7 +278,7 @@ bool noteBlock(void* block, std::size_t size, const void* place)
     }
     const BlocksLock lock;
     std::size_t slot = slotOf(block);
-    while (blocks[slot].block != nullptr && blocks[slot].block != tombstone)
+    while (blocks[slot].block != nullptr)
     {
         slot = (slot + 1) % BLOCKS;
     }
@@ -284,7 +298,7 @@ void forgetBlock(const void* block)
     {
         if (blocks[slot].block == block)
         {
-            blocks[slot].block = tombstone;
+            closeGap(slot);
             --blockCount;
             return;
         }
@@ -296,7 +310,7 @@ LiveBlocks liveBlocks()
     LiveBlocks live;
     for (const Block& block : blocks)
     {
-        if (block.block != nullptr && block.block != tombstone)
+        if (block.block != nullptr)
         {
             const Caller caller = callerAt(block.place);
             ++(caller == Caller::Poco       ? live.ofPoco
@@ -318,7 +332,7 @@ void printBlocks()
 {
     for (const Block& block : blocks)
     {
-        if (block.block != nullptr && block.block != tombstone)
+        if (block.block != nullptr)
         {
             Dl_info info{};
             dladdr(block.place, &info);

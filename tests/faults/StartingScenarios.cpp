@@ -127,6 +127,7 @@ std::vector<Scenario> startingScenarios(const std::string& root)
             .operation = [](Stage& stage) { return stage.finish(); },
             .expected = {.answer = "ok"},
             .prepare = [](Stage& stage) { stage.transaction->children(zoltest::fileM, "FileGroup"); },
+            .finishes = true,
         },
     };
 }

@@ -29,8 +29,8 @@ bool isBlank(char character)
 int digit(char character)
 {
     const std::string_view digits = "0123456789abcdef";
-    const auto found = digits.find(character >= 'A' && character <= 'F' ? static_cast<char>(character + 32)
-                                                                        : character);
+    const auto found =
+        digits.find(character >= 'A' && character <= 'F' ? static_cast<char>(character + 32) : character);
     return found == std::string_view::npos ? -1 : static_cast<int>(found);
 }
 
@@ -268,7 +268,7 @@ void expectBegun(const std::string& line)
         expect(!tokensOf(line).has_value(), "can be read whole, but not as begun", line);
         return;
     }
-    if (!begun)
+    if (!begun || line.ends_with('\\')) // which would quote what closes
     {
         return;
     }

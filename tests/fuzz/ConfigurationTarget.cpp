@@ -37,8 +37,7 @@ public:
         {
             std::abort();
         }
-        _watch = std::make_unique<OpenWatch>(
-            std::vector<std::string>{folder + "/secret", folder + "/pipe"});
+        _watch = std::make_unique<OpenWatch>(std::vector<std::string>{folder + "/secret", folder + "/pipe"});
     }
 
     bool sawOpening() const { return _watch->sawOpening(); }
@@ -217,16 +216,16 @@ private:
     bool _isAscii = true;
 };
 
-/// The same text in UTF-16, which `text` holds no more than the first 2048 characters for.
+/// The same text in UTF-16, of whose characters the generator uses none of more than one byte there.
 std::string inUtf16(const std::string& text, bool isBigEndian)
 {
     std::string result = isBigEndian ? "\xfe\xff" : "\xff\xfe";
     for (std::size_t i = 0; i < text.size(); ++i)
     {
-        auto code = static_cast<unsigned char>(text[i]);
+        unsigned int code = static_cast<unsigned char>(text[i]);
         if (code >= 0xc0 && i + 1 < text.size())
         {
-            code = static_cast<unsigned char>((code << 6U) | (static_cast<unsigned char>(text[++i]) & 0x3fU));
+            code = (code << 6U) | (static_cast<unsigned char>(text[++i]) & 0x3fU);
         }
         const char low = static_cast<char>(code);
         result += isBigEndian ? '\0' : low;

@@ -1,9 +1,9 @@
-#include "FileMTransaction.h"
-#include "RdnValue.h"
 #include "Expect.h"
-#include "support/FakeHost.h"
+#include "FileMTransaction.h"
 #include "Input.h"
+#include "RdnValue.h"
 #include "Rules.h"
+#include "support/FakeHost.h"
 
 #include <array>
 #include <zol/common/DnUtil.h>

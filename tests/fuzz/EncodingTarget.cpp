@@ -1,9 +1,9 @@
-#include "FileMTransaction.h"
-#include "engine/NameForms.h"
 #include "Expect.h"
-#include "support/FakeHost.h"
+#include "FileMTransaction.h"
 #include "Input.h"
 #include "Rules.h"
+#include "engine/NameForms.h"
+#include "support/FakeHost.h"
 
 using namespace zolfuzz;
 using ZolFileManagement::FileMTransaction;

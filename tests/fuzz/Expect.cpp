@@ -41,8 +41,8 @@ void expectSame(std::string_view found, std::string_view expected, std::string_v
 {
     if (found != expected)
     {
-        fail(std::string(what) + " of " + shown(input) + "\n  is        " + shown(found) +
-             "\n  should be " + shown(expected));
+        fail(std::string(what) + " of " + shown(input) + "\n  is        " + shown(found) + "\n  should be " +
+             shown(expected));
     }
 }
 

@@ -105,7 +105,7 @@ public:
     {
         Expression result;
         result.kind = Expression::Kind::Alternatives;
-        for (unsigned int count = 1 + _input.below(3); count > 0; --count)
+        for (unsigned int count = 1 + _input.below(2); count > 0; --count)
         {
             result.parts.push_back(sequence(depth));
             result.text += (result.text.empty() ? "" : "|") + result.parts.back().text;
@@ -129,7 +129,7 @@ private:
 
     Expression element(int depth)
     {
-        const bool isGroup = depth < 4 && _input.chance(5);
+        const bool isGroup = depth < 3 && _input.chance(4);
         Expression atom;
         if (isGroup)
         {
@@ -152,9 +152,9 @@ private:
             const char* characters;
         };
         static constexpr Choice CHOICES[] = {
-            {"a", "a"},          {"b", "b"},         {"\\.", "."},    {"[ab]", "ab"},
-            {"[^a]", "bc.1"},    {".", "abc.1"},     {"[]a]", "a"},   {"[[:digit:]]", "1"},
-            {"[^[:alpha:]]", ".1"}, {"[a-c]", "abc"}, {"[.]", "."},   {"c", "c"},
+            {"a", "a"},     {"b", "b"},    {"\\.", "."},         {"[ab]", "ab"},         {"[^a]", "bc.1"},
+            {".", "abc.1"}, {"[]a]", "a"}, {"[[:digit:]]", "1"}, {"[^[:alpha:]]", ".1"}, {"[a-c]", "abc"},
+            {"[.]", "."},   {"c", "c"},
         };
         ++_size;
         const Choice& choice = CHOICES[_input.below(std::size(CHOICES))];

@@ -80,7 +80,8 @@ public:
 
     bool has(const std::string& path) const
     {
-        const bool isWithin = path.starts_with(_root + "/") && !path.ends_with("/..") && !path.ends_with("/.");
+        const bool isWithin =
+            path.starts_with(_root + "/") && !path.ends_with("/..") && !path.ends_with("/.");
         struct stat status = {};
         return isWithin ? _paths.count(path) != 0 : stat(path.c_str(), &status) == 0;
     }

@@ -6,6 +6,7 @@
 #include "filem/Script.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <grp.h>
@@ -41,12 +42,25 @@ std::string listing(const fs::path& folder)
     return text;
 }
 
+/// What a bug may remove is nobody's then.
+void dropRights()
+{
+    constexpr unsigned int NOBODY = 65534;
+    const bool isDone =
+        geteuid() != 0 || (setgroups(0, nullptr) == 0 && setgid(NOBODY) == 0 && setuid(NOBODY) == 0);
+    if (!isDone)
+    {
+        std::abort();
+    }
+}
+
 /// A host on a tree of its own, with something of others beside it that it must leave alone.
 class Stage
 {
 public:
     Stage()
     {
+        dropRights();
         write(outside() / "precious", "x");
         renew();
         zolhost::Host::Setup setup;
@@ -89,16 +103,6 @@ bool isLegible(const std::string& text)
 
 } // namespace
 
-// What a bug here may remove is nobody's.
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
-{
-    constexpr unsigned int NOBODY = 65534;
-    setenv("ZOL_LOG_LEVEL", "0", 0);
-    const bool isDone =
-        geteuid() != 0 || (setgroups(0, nullptr) == 0 && setgid(NOBODY) == 0 && setuid(NOBODY) == 0);
-    return isDone ? 0 : 1;
-}
-
 // A script of filem on a tree that is made for it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -128,8 +132,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     expectSame(listing(Stage::outside()), others, "what is of others", script);
     const std::string after = fs::exists(Stage::root()) ? listing(Stage::root()) : "";
     // a verb may be quoted, but not left out
-    const bool mayCommit = script.find_first_of("'\"\\") != std::string::npos ||
-                           script.find("commit") != std::string::npos;
+    const bool mayCommit =
+        script.find_first_of("'\"\\") != std::string::npos || script.find("commit") != std::string::npos;
     expect(mayCommit || after == before, "changed the disk without a commit", script);
     if (after != before)
     {

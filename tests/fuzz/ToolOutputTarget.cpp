@@ -92,7 +92,8 @@ extern "C" int __wrap_pclose(std::FILE* stream)
     return output == nullptr ? __real_pclose(stream) : std::fclose(stream);
 }
 
-// What the external command prints. The first byte says whether a shell runs one and how often the rest comes.
+// What the external command prints. The first byte says whether a shell runs one and how often the rest
+// comes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const bool isInstalled = (installTool(), true);

@@ -42,6 +42,7 @@ TEST(NameForms, AreThoseOfTheComponent)
         {"  padded  ", "padded", "  padded  "},
         {" \"q\" ", "?\?q?\?", " ?\?q?\? "},
         {"two\nlines", "two\nlines", "two\nlines"},
+        {"a\xD6\xD6\xD6\xF1+", "a\\2B\\2B", "a\xD6\xD6\xD6\xF1?\?"},
     };
     for (const auto& [onDisk, asFileGroup, asFileInformation] : cases)
     {

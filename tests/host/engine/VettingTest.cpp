@@ -106,4 +106,8 @@ TEST(Vetting, DeletesNothingOutsideOfTheTreeForAnEqualsSignBehindQuestionMarks)
     EXPECT_EQ(outcomeOf([&] { vetting::requireReachableToDelete(file); }),
               "refused: \"?\?\" in its name stands for another character first, and /proc/self/status "
               "would be removed");
+    tree.directory("?\?x=..");
+    const Place directory = Place(tree.path()).directory("?\?x=..");
+    EXPECT_EQ(outcomeOf([&] { vetting::requireReachableToDelete(directory); }),
+              "refused: \"?\?\" in its name stands for another character first, and / would be removed");
 }
