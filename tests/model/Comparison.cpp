@@ -2,6 +2,7 @@
 
 #include "model/Vocabulary.h"
 
+#include <algorithm>
 #include <csignal>
 
 namespace zolmodel
@@ -13,6 +14,12 @@ namespace
 const unsigned long HANDLES_OF_ONE = 16;
 
 } // namespace
+
+void Tally::note(Does does, ZolReturnT code)
+{
+    const auto* const found = std::find(CODES.begin(), CODES.end(), code);
+    ++counts.at(static_cast<std::size_t>(does)).at(static_cast<std::size_t>(found - CODES.begin()));
+}
 
 Surroundings surroundingsOfComparison()
 {
@@ -71,7 +78,11 @@ std::optional<std::string> Comparison::stepOfHost(const Operation& operation)
     }
     if (operation.does == Does::Join)
     {
-        _joined.push_back(operation.transaction);
+        _joined.insert(operation.transaction);
+    }
+    if (_tally != nullptr)
+    {
+        _tally->note(operation.does, expected.code);
     }
     const Outcome actual = _subject.observe(operation, _model.handle(operation.transaction), id);
     if (_world.disk.tookItsOwnWayAway())

@@ -6,12 +6,22 @@
 #include "model/Subject.h"
 #include "model/World.h"
 
+#include <array>
 #include <optional>
+#include <set>
 #include <string>
-#include <vector>
 
 namespace zolmodel
 {
+
+/// How often each operation of the host was compared, by its code.
+struct Tally
+{
+    static constexpr std::array<ZolReturnT, 5> CODES = {0, -1, -2, -8, 7};
+    std::array<std::array<unsigned long, CODES.size()>, static_cast<std::size_t>(Does::LAST) + 1> counts;
+
+    void note(Does does, ZolReturnT code);
+};
 
 /// Policies that refer to some directories, and what the external command prints.
 Surroundings surroundingsOfComparison();
@@ -32,6 +42,7 @@ public:
 
     const Model& model() const { return _model; }
     unsigned skipped() const { return _skipped; } ///< operations that were out of reach
+    void tallyIn(Tally* tally) { _tally = tally; }
 
 private:
     std::optional<std::string> stepOfHost(const Operation& operation);
@@ -41,7 +52,8 @@ private:
     World _world;
     Model _model;
     unsigned _skipped = 0;
-    std::vector<unsigned> _joined;
+    Tally* _tally = nullptr;
+    std::set<unsigned> _joined;
 };
 
 } // namespace zolmodel

@@ -1,7 +1,9 @@
 #include "model/Generator.h"
 
+#include "model/DnRules.h"
 #include "model/Names.h"
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
 
@@ -28,9 +30,9 @@ const std::vector<std::string>& markers()
 Does drawn(Chance& chance)
 {
     static const std::vector<std::pair<Does, unsigned>> shares = {
-        {Does::Join, 20},          {Does::Prepare, 6},          {Does::Commit, 40},
+        {Does::Join, 20},          {Does::Prepare, 6},          {Does::Commit, 30},
         {Does::Abort, 10},         {Does::Finish, 15},          {Does::SetAttribute, 4},
-        {Does::GetAttribute, 130}, {Does::GetAttributes, 35},   {Does::NewIterator, 55},
+        {Does::GetAttribute, 130}, {Does::GetAttributes, 35},   {Does::NewIterator, 75},
         {Does::Next, 170},         {Does::Create, 125},         {Does::Delete, 100},
         {Does::Action, 65},        {Does::FinalizeIterator, 6}, {Does::Exists, 65},
         {Does::Count, 45},         {Does::PutFile, 110}, // stands for all that others do
@@ -105,8 +107,7 @@ Operation Generator::hostOperation(Does does)
         break;
     case Does::Next:
     case Does::FinalizeIterator:
-        operation.iterator = _iterators < 6 ? static_cast<unsigned>(_chance.below(_iterators + 1))
-                                            : _iterators - static_cast<unsigned>(_chance.below(6));
+        operation.iterator = _iterators - std::min(_iterators, static_cast<unsigned>(_chance.below(4)));
         break;
     case Does::Create:
         operation.dn = groupDn();
@@ -135,12 +136,12 @@ Operation Generator::query(Operation operation)
     }
     else if (operation.does == Does::GetAttribute || operation.does == Does::SetAttribute)
     {
-        operation.name = attributeNames().front();
+        operation.name = attributeNames(operation.dn).front();
     }
     else if (operation.does == Does::GetAttributes)
     {
         operation.odd = _chance.percent(5);
-        operation.names = attributeNames();
+        operation.names = attributeNames(operation.dn);
         operation.names.resize(_chance.below(operation.names.size() + 1));
     }
     return operation;
@@ -392,20 +393,21 @@ std::string Generator::entryPath()
                ->first;
 }
 
-std::vector<std::string> Generator::attributeNames()
+std::vector<std::string> Generator::attributeNames(const std::string& dn)
 {
+    std::string className = classOf(dn);
+    if (_chance.percent(8))
+    {
+        className = _chance.of<std::string>({"FileGroup", "FileInformation", "FileMConfigData"});
+    }
     std::vector<std::string> all = {"fileGroupId", "internalHousekeeping", "reservedByPolicy", "files"};
-    if (_chance.percent(45))
+    if (className == "FileInformation")
     {
         all = {"fileInformationId", "modificationTime", "size", "type", "open"};
     }
-    else if (_chance.percent(10))
+    else if (className == "FileMConfigData")
     {
-        all = {"fileMConfigDataId"};
-        if (_chance.percent(5))
-        {
-            all = {"internalRoot"};
-        }
+        all = {_chance.percent(5) ? "internalRoot" : "fileMConfigDataId"}; // a process for each of the first
     }
     if (_chance.percent(6))
     {

@@ -37,7 +37,7 @@ private:
     std::string directoryPath();
     std::string entryPath();
     std::string descend(const std::string& top, unsigned percentDeeper);
-    std::vector<std::string> attributeNames();
+    std::vector<std::string> attributeNames(const std::string& dn);
 
     Chance _chance;
     const Model& _model;

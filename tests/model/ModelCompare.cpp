@@ -5,6 +5,31 @@
 #include <iostream>
 #include <map>
 
+namespace
+{
+
+// Each operation with its codes and how often they came.
+void print(const zolmodel::Tally& tally)
+{
+    for (std::size_t does = 0; does < tally.counts.size(); ++does)
+    {
+        std::string line;
+        for (std::size_t code = 0; code < zolmodel::Tally::CODES.size(); ++code)
+        {
+            if (const unsigned long count = tally.counts.at(does).at(code); count != 0)
+            {
+                line += "  " + std::to_string(zolmodel::Tally::CODES.at(code)) + ": " + std::to_string(count);
+            }
+        }
+        if (!line.empty())
+        {
+            std::cout << "  " << nameOf(static_cast<zolmodel::Does>(does)) << line << '\n';
+        }
+    }
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
     using zolmodel::Mistake;
@@ -21,12 +46,18 @@ int main(int argc, char** argv)
     app.add_option("--library", settings.library, "The component; without it, that of this build");
     app.add_option("--mistake", settings.mistake, "What the model is to do wrong on purpose")
         ->transform(CLI::CheckedTransformer(mistakes));
+    bool tally = false;
+    app.add_flag("--tally", tally, "Also print how often each operation gave each code");
     CLI11_PARSE(app, argc, argv);
 
     zolmodel::Runner runner(settings);
     std::cout << "seed " << settings.seed << std::endl;
     const zolmodel::Result result = runner.run();
     std::cout << result.operations << " operations, " << result.skipped << " of them out of reach\n";
+    if (tally)
+    {
+        print(result.tally);
+    }
     if (!result.finding)
     {
         std::cout << "no difference\n";

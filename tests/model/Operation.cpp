@@ -1,6 +1,7 @@
 #include "model/Operation.h"
 
-#include <cctype>
+#include "model/Printable.h"
+
 #include <sstream>
 
 namespace zolmodel
@@ -11,21 +12,7 @@ namespace
 
 std::string quoted(const std::string& text)
 {
-    std::ostringstream result;
-    result << '"';
-    for (const char character : text)
-    {
-        const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte >= 0x7F)
-        {
-            result << "\\x" << std::hex << (byte >> 4U) << (byte & 15U) << std::dec;
-        }
-        else
-        {
-            result << (character == '"' || character == '\\' ? "\\" : "") << character;
-        }
-    }
-    return result.str() + '"';
+    return '"' + printable(text) + '"';
 }
 
 std::string quoted(const std::vector<std::string>& texts)
@@ -82,6 +69,58 @@ std::string takeText(std::istream& stream)
 
 } // namespace
 
+const char* nameOf(Does does)
+{
+    switch (does)
+    {
+    case Does::Join:
+        return "join";
+    case Does::Prepare:
+        return "prepare";
+    case Does::Commit:
+        return "commit";
+    case Does::Abort:
+        return "abort";
+    case Does::Finish:
+        return "finish";
+    case Does::SetAttribute:
+        return "setMoAttribute";
+    case Does::GetAttribute:
+        return "getMoAttribute";
+    case Does::GetAttributes:
+        return "getMoAttributes";
+    case Does::NewIterator:
+        return "newMoIterator";
+    case Does::Next:
+        return "nextMo";
+    case Does::Create:
+        return "createMo";
+    case Does::Delete:
+        return "deleteMo";
+    case Does::Action:
+        return "action";
+    case Does::FinalizeIterator:
+        return "finalizeMoIterator";
+    case Does::Exists:
+        return "existsMo";
+    case Does::Count:
+        return "countMoChildren";
+    case Does::PutFile:
+        return "file";
+    case Does::PutDirectory:
+        return "directory";
+    case Does::PutLink:
+        return "link";
+    case Does::PutPipe:
+        return "pipe";
+    case Does::RemoveEntry:
+        return "remove";
+    case Does::ChangeMode:
+        return "mode";
+    }
+    return "?";
+}
+
 bool isByHost(const Operation& operation)
 {
     return operation.does < Does::PutFile;
@@ -89,59 +128,47 @@ bool isByHost(const Operation& operation)
 
 std::string toText(const Operation& o)
 {
-    const std::string tx = "tx" + std::to_string(o.transaction);
+    const std::string by = isByHost(o) ? "tx" + std::to_string(o.transaction) : "disk:";
+    const std::string did = by + " " + nameOf(o.does);
     const std::string iterator = "iterator" + std::to_string(o.iterator);
     switch (o.does)
     {
     case Does::Join:
-        return tx + " join" + (o.number == 0 ? "" : ", the host answers " + std::to_string(o.number)) +
-               (o.odd ? ", no thread context" : "");
-    case Does::Prepare:
-        return tx + " prepare";
-    case Does::Commit:
-        return tx + " commit";
-    case Does::Abort:
-        return tx + " abort";
-    case Does::Finish:
-        return tx + " finish";
-    case Does::SetAttribute:
-        return tx + " setMoAttribute " + quoted(o.dn) + " " + quoted(o.name);
-    case Does::GetAttribute:
-        return tx + " getMoAttribute " + quoted(o.dn) + " " + quoted(o.name);
-    case Does::GetAttributes:
-        return tx + " getMoAttributes " + quoted(o.dn) + " " + (o.odd ? "null" : quoted(o.names));
-    case Does::NewIterator:
-        return tx + " newMoIterator " + quoted(o.dn) + " " + quoted(o.name) + " as " + iterator;
+        return did + (o.number == 0 ? "" : ", which the host answers with " + std::to_string(o.number)) +
+               (o.odd ? ", without a thread context" : "");
     case Does::Next:
-        return "nextMo " + iterator;
-    case Does::Create:
-        return tx + " createMo below " + quoted(o.dn) + " " + quoted(o.name) + " " + quoted(o.text) + " = " +
-               quoted(o.value) + (o.odd ? ", with attributes" : "");
-    case Does::Delete:
-        return tx + " deleteMo " + quoted(o.dn);
-    case Does::Action:
-        return tx + " action " + quoted(o.dn) + " " + quoted(o.name) + " " + quoted(o.text) +
-               shapeText(o.number) + (o.odd ? ", null result" : "");
     case Does::FinalizeIterator:
-        return "finalizeMoIterator " + iterator;
-    case Does::Exists:
-        return tx + " existsMo " + quoted(o.dn);
+        return nameOf(o.does) + (" " + iterator);
+    case Does::GetAttributes:
+        return did + " " + quoted(o.dn) + " " + (o.odd ? "null" : quoted(o.names));
+    case Does::NewIterator:
+        return did + " " + quoted(o.dn) + " " + quoted(o.name) + " as " + iterator;
+    case Does::Create:
+        return did + " below " + quoted(o.dn) + " " + quoted(o.name) + " " + quoted(o.text) + " = " +
+               quoted(o.value) + (o.odd ? ", with attributes" : "");
+    case Does::Action:
+        return did + " " + quoted(o.dn) + " " + quoted(o.name) + " " + quoted(o.text) + shapeText(o.number) +
+               (o.odd ? ", null result" : "");
+    case Does::SetAttribute:
+    case Does::GetAttribute:
     case Does::Count:
-        return tx + " countMoChildren " + quoted(o.dn) + " " + quoted(o.name);
+        return did + " " + quoted(o.dn) + " " + quoted(o.name);
+    case Does::Delete:
+    case Does::Exists:
+        return did + " " + quoted(o.dn);
     case Does::PutFile:
-        return "disk: file " + quoted(o.name) + " of " + std::to_string(o.number) + " bytes";
+        return did + " " + quoted(o.name) + " of " + std::to_string(o.number) + " bytes";
     case Does::PutDirectory:
-        return "disk: directory " + quoted(o.name) + " with mode " + octal(o.number);
-    case Does::PutLink:
-        return "disk: link " + quoted(o.name) + " to " + quoted(o.text);
-    case Does::PutPipe:
-        return "disk: pipe " + quoted(o.name);
-    case Does::RemoveEntry:
-        return "disk: remove " + quoted(o.name);
     case Does::ChangeMode:
-        return "disk: mode " + octal(o.number) + " for " + quoted(o.name);
+        return did + " " + quoted(o.name) + " " + octal(o.number);
+    case Does::PutLink:
+        return did + " " + quoted(o.name) + " to " + quoted(o.text);
+    case Does::PutPipe:
+    case Does::RemoveEntry:
+        return did + " " + quoted(o.name);
+    default:
+        return did;
     }
-    return "?";
 }
 
 std::string packed(const Operation& o)

@@ -52,6 +52,7 @@ struct Operation
     bool odd = false; ///< no thread context, no list, no result or surplus attributes, as the operation goes
 };
 
+const char* nameOf(Does does);
 bool isByHost(const Operation& operation);
 
 /// In one line, for people.

@@ -32,5 +32,5 @@ TEST(OperationOfARun, IsOneLineForPeople)
     operation.does = Does::Delete;
     operation.transaction = 1;
     operation.dn = "FileGroup=\n\"\xFF";
-    EXPECT_EQ(toText(operation), "tx1 deleteMo \"FileGroup=\\x0a\\\"\\xff\"");
+    EXPECT_EQ(toText(operation), "tx1 deleteMo \"FileGroup=\\x0a\"\\xff\"");
 }

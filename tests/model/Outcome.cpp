@@ -1,5 +1,7 @@
 #include "model/Outcome.h"
 
+#include "model/Printable.h"
+
 namespace zolmodel
 {
 
@@ -11,7 +13,7 @@ std::string joined(const char* title, const std::vector<std::string>& texts)
     std::string result;
     for (const auto& text : texts)
     {
-        result += std::string(", ") + title + " \"" + text + "\"";
+        result += std::string(", ") + title + " \"" + printable(text) + "\"";
     }
     return result;
 }
@@ -26,7 +28,8 @@ bool agree(const Outcome& expected, const Outcome& actual)
 
 std::string toText(const Outcome& outcome)
 {
-    return "code " + std::to_string(outcome.code) + (outcome.value.empty() ? "" : ", " + outcome.value) +
+    return "code " + std::to_string(outcome.code) +
+           (outcome.value.empty() ? "" : ", " + printable(outcome.value)) +
            joined("message", outcome.messages) + joined("call of", outcome.hostCalls);
 }
 

@@ -1,6 +1,5 @@
 #include "model/Runner.h"
 
-#include "model/Comparison.h"
 #include "model/Generator.h"
 #include "model/Shrinker.h"
 #include "model/Vocabulary.h"
@@ -16,6 +15,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
+
+/// There under the leak sanitizer alone.
+extern "C" int __lsan_do_recoverable_leak_check() __attribute__((weak));
 
 namespace zolmodel
 {
@@ -44,6 +46,7 @@ struct Runner::Progress
     unsigned long round;
     unsigned long operations;
     unsigned long skipped;
+    Tally tally;
 };
 
 Runner::Runner(Settings settings)
@@ -78,6 +81,7 @@ Result Runner::run()
     auto difference = apart([&] { return runRounds(progress); });
     result.operations = progress.operations;
     result.skipped = progress.skipped;
+    result.tally = progress.tally;
     if (difference)
     {
         const unsigned long round = progress.round;
@@ -140,6 +144,7 @@ std::optional<std::string> Runner::runRounds(Progress& progress)
     {
         alarm(SECONDS_OF_A_ROUND);
         Comparison comparison(_subject, _sandbox, progress.round + 1, lastIteratorId, _settings.mistake);
+        comparison.tallyIn(&progress.tally);
         Generator generator(_settings.seed, progress.round, comparison.model(), _sandbox);
         for (unsigned i = 0; i < OPERATIONS_OF_A_ROUND && progress.operations < _settings.operations; ++i)
         {
@@ -156,7 +161,9 @@ std::optional<std::string> Runner::runRounds(Progress& progress)
         progress.skipped += comparison.skipped();
         lastIteratorId = comparison.model().world().lastIteratorId;
     }
-    return std::nullopt;
+    alarm(0);
+    const bool leaks = __lsan_do_recoverable_leak_check != nullptr && __lsan_do_recoverable_leak_check() != 0;
+    return leaks ? std::optional<std::string>("the component leaks, see standard error") : std::nullopt;
 }
 
 // As runRounds, and each operation is written down before it is done.

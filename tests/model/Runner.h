@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Comparison.h"
 #include "model/Operation.h"
 #include "model/Sandbox.h"
 #include "model/Subject.h"
@@ -37,6 +38,7 @@ struct Result
 {
     unsigned long operations = 0;
     unsigned long skipped = 0;
+    Tally tally = {};
     std::optional<Finding> finding;
 };
 

@@ -1,5 +1,7 @@
 #include "model/Sandbox.h"
 
+#include "model/Printable.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -78,7 +80,7 @@ std::string described(const struct stat& status, const std::string& path)
     case Kind::File:
         return std::string("file") + mode.data() + " size " + std::to_string(status.st_size);
     case Kind::Link:
-        return "link to " + targetOf(path);
+        return "link to " + printable(targetOf(path));
     case Kind::Pipe:
         return std::string("pipe") + mode.data();
     }
@@ -96,7 +98,7 @@ std::string described(const Node& node)
     case Kind::File:
         return std::string("file") + mode.data() + " size " + std::to_string(node.size);
     case Kind::Link:
-        return "link to " + node.target;
+        return "link to " + printable(node.target);
     case Kind::Pipe:
         return std::string("pipe") + mode.data();
     }
@@ -112,7 +114,7 @@ std::optional<std::string> differenceBelow(const std::string& path, const Node& 
         const auto found = directory.children.find(name);
         if (found == directory.children.end())
         {
-            return entry + " is there, expected nothing";
+            return printable(entry) + " is there, expected nothing";
         }
         struct stat status = {};
         require(lstat(entry.c_str(), &status) == 0, "lstat " + entry);
@@ -120,7 +122,7 @@ std::optional<std::string> differenceBelow(const std::string& path, const Node& 
         const std::string actual = described(status, entry);
         if (expected != actual)
         {
-            return entry + " is " + actual + ", expected " + expected;
+            return printable(entry) + " is " + actual + ", expected " + expected;
         }
         if (found->second->kind == Kind::Directory)
         {
@@ -134,7 +136,8 @@ std::optional<std::string> differenceBelow(const std::string& path, const Node& 
     {
         if (std::find(names.begin(), names.end(), child.first) == names.end())
         {
-            return path + "/" + child.first + " is not there, expected " + described(*child.second);
+            return printable(path + "/" + child.first) + " is not there, expected " +
+                   described(*child.second);
         }
     }
     return std::nullopt;

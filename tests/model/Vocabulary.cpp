@@ -1,5 +1,7 @@
 #include "model/Vocabulary.h"
 
+#include "model/Names.h"
+
 namespace zolmodel
 {
 
@@ -8,6 +10,7 @@ namespace
 
 const std::size_t WHOLE_NAMES = 11;
 const std::size_t COMPOSED_NAMES = 5;
+const std::size_t NAMES_OF_ONE_VALUE = 9; // of which only the search can tell which is meant
 
 const std::vector<std::string>& wholeNames()
 {
@@ -102,6 +105,13 @@ Chance::Chance(std::uint64_t seed, std::uint64_t round)
 std::vector<std::string> someNames(Chance& chance)
 {
     std::vector<std::string> names = {"a", "a.txt"};
+    if (chance.percent(35))
+    {
+        while (names.size() < NAMES_OF_ONE_VALUE)
+        {
+            names.push_back("a" + chance.of(questionMarkCandidates()) + "b");
+        }
+    }
     while (names.size() < WHOLE_NAMES)
     {
         names.push_back(chance.of(wholeNames()));

@@ -154,7 +154,8 @@ protected:
     /// Makes the swap before each system call of the work in turn, each time in a new scene.
     void beforeEveryCall(const std::function<void()>& prepare, const std::function<void()>& work)
     {
-        for (int turn = 0, last = 0; turn <= last; ++turn)
+        int last = 0;
+        for (int turn = 0; turn <= last; ++turn)
         {
             makeScene();
             prepare();
@@ -179,6 +180,7 @@ protected:
             }
             ASSERT_LT(turn, 10000);
         }
+        RecordProperty("swaps", last);
     }
 };
 

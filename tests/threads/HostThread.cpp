@@ -42,13 +42,13 @@ void HostThread::run(const std::atomic<bool>& isOver)
     currentThread = this;
     while (!isOver.load(std::memory_order_relaxed))
     {
-        if (chance(4))
+        if (chance(3))
         {
-            workOnAShared();
+            workInATransaction();
         }
         else
         {
-            workInATransaction();
+            workOnAShared();
         }
     }
 }
