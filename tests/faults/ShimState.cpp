@@ -117,7 +117,7 @@ void note(Function function, const char* path, const void* place)
     }
     Call& call = noted[notedCount++];
     call.function = function;
-    call.caller = callerAt(place);
+    call.place = place;
     copy(path, call.path.data(), call.path.size());
     call.entry[0] = '\0';
 }
@@ -195,6 +195,11 @@ std::size_t callCount()
 const Call& call(std::size_t index)
 {
     return noted[index];
+}
+
+Caller callerOf(const Call& call)
+{
+    return callerAt(call.place);
 }
 
 Verdict judge(Function function, const char* path, const void* place)
