@@ -1,0 +1,55 @@
+"""Runs programs that may do anything: what a mutant removes or fills must not be the machine's."""
+import os
+import resource
+import signal
+import subprocess
+
+MEMORY = 2 << 30
+FILE = 64 << 20
+PROCESSES = 256
+# Nobody in particular, in a world with no other processes and with a folder for temporary files that is gone
+# with it. Where the machine's files are can't be changed, since they belong to others.
+WORLD = ["unshare", "--mount", "--pid", "--ipc", "--net", "--fork", "--kill-child"]
+ENTER = (
+    "mount --make-rprivate / && mount -t tmpfs -o size=256m,mode=1777 tmpfs /tmp && "
+    "mount -t tmpfs -o size=16m,mode=1777 tmpfs /var/tmp && mount -t tmpfs -o size=16m,mode=1777 tmpfs /dev/shm && "
+    "mount -t proc proc /proc && cd /tmp && "
+    'exec setpriv --reuid=65534 --regid=65534 --clear-groups --no-new-privs --bounding-set=-all -- "$@"'
+)
+
+
+def limit():
+    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+    resource.setrlimit(resource.RLIMIT_FSIZE, (FILE, FILE))
+    resource.setrlimit(resource.RLIMIT_DATA, (MEMORY, MEMORY))
+
+
+class Outcome:
+    def __init__(self, code, output, hung):
+        self.code = code
+        self.output = output
+        self.hung = hung
+        self.passed = code == 0 and not hung
+
+
+def run(command, seconds, environment):
+    """Runs a program until its end, but no longer than that."""
+    process = subprocess.Popen(
+        [*WORLD, "sh", "-ec", ENTER, "sh", "prlimit", f"--nproc={PROCESSES}", *command],
+        env={**os.environ, **environment}, preexec_fn=limit, start_new_session=True,
+        stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    try:
+        output, _ = process.communicate(timeout=seconds)
+        return Outcome(process.returncode, output.decode(errors="replace"), False)
+    except subprocess.TimeoutExpired:
+        os.killpg(process.pid, signal.SIGKILL)
+        output, _ = process.communicate()
+        return Outcome(-1, output.decode(errors="replace"), True)
+
+
+def is_possible(folder):
+    """Whether such a world can be made, with the folder in it."""
+    if os.geteuid() != 0:
+        return "only root can make a world for mutants"
+    outcome = run(["test", "-x", folder], 20, {})
+    return "" if outcome.passed else f"no world for mutants in which {folder} can be read: {outcome.output}"
