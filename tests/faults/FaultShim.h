@@ -29,7 +29,7 @@ enum class Function
     Fcntl,
     Close,
     Readlink,
-    Fopen,
+    Fdopen,
     Popen,
     Fgets,
     Pclose,

@@ -20,7 +20,7 @@ namespace
 constexpr std::array<const char*, FUNCTIONS> names{
     "stat",     "lstat",   "fstat",   "fstatat",      "access",    "mkdir",   "chmod",    "unlink",
     "unlinkat", "rmdir",   "remove",  "opendir",      "fdopendir", "readdir", "closedir", "open",
-    "openat",   "fcntl",   "close",   "readlink",     "fopen",     "popen",   "fgets",    "pclose",
+    "openat",   "fcntl",   "close",   "readlink",     "fdopen",    "popen",   "fgets",    "pclose",
     "fork",     "regcomp", "regexec", "operator new", "strdup",    "calloc",  "malloc"};
 
 // The thread's own flags are part of the block that the thread has from its start: reaching them allocates
