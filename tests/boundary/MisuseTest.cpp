@@ -362,16 +362,6 @@ TEST_F(Misuse, NullValuesAreReleasedAsNothing)
     several.releaseCallback(several.containers);
 }
 
-TEST_F(Misuse, SecondJoinOfAHandleKeepsWhatTheFirstHolds)
-{
-    const auto tx = component.join(7);
-    ASSERT_EQ(tx->create(fileM, "first"), 0);
-    EXPECT_EQ(resource.join(7), 0);
-    EXPECT_EQ(component.host.participants().size(), 2U);
-    EXPECT_EQ(tx->commit(), 0);
-    EXPECT_TRUE(tree.exists("first"));
-}
-
 TEST_F(Misuse, TransactionEndsOnce)
 {
     const auto tx = component.join(7);

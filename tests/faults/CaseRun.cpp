@@ -51,7 +51,7 @@ std::string sayWithin(const std::function<std::string()>& function) noexcept
 ChildOutcome inChild(const std::function<std::string()>& function)
 {
     return zoltest::runInChild([&] {
-        alarm(60);
+        alarm(20);
         std::set_terminate([] { _exit(ENDED_BY_EXCEPTION); });
         std::fputs(sayWithin(function).c_str(), stderr);
         return 0;
@@ -119,12 +119,14 @@ Fault faultThatCame(const Failure& failure, const std::string& root)
     };
     const std::size_t index = faultshim::failed();
     const faultshim::Call& failed = faultshim::call(index);
-    Fault fault{failure.function, failed.caller, belowRoot(failed.path.data()), 0, failure.error, {}};
+    Fault fault{
+        failure.function, faultshim::callerOf(failed), belowRoot(failed.path.data()), 0, failure.error, {}};
     for (std::size_t i = 0; i <= index; ++i)
     {
         const faultshim::Call& call = faultshim::call(i);
         const std::string path = belowRoot(call.path.data());
-        if (call.function == fault.function && call.caller == fault.caller && path == fault.path)
+        if (call.function == fault.function && faultshim::callerOf(call) == fault.caller &&
+            path == fault.path)
         {
             ++fault.occurrence;
         }

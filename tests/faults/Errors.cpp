@@ -25,7 +25,7 @@ const std::vector<int>& errorsOf(Function function)
         {Function::Opendir, ofOpening},
         {Function::Open, ofOpening},
         {Function::Openat, ofOpening},
-        {Function::Fopen, ofOpening},
+        {Function::Fdopen, ofMemory},
         {Function::Fdopendir, ofMemory},
         {Function::Fcntl, {EMFILE}},
         {Function::Fstat, ofFiles},

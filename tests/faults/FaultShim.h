@@ -29,7 +29,7 @@ enum class Function
     Fcntl,
     Close,
     Readlink,
-    Fopen,
+    Fdopen,
     Popen,
     Fgets,
     Pclose,
@@ -59,7 +59,7 @@ enum class Caller
 struct Call
 {
     Function function;
-    Caller caller;
+    const void* place;          ///< that it returns to
     std::array<char, 200> path; ///< empty where there is none; of `readdir` the directory
     std::array<char, 64> entry; ///< what `readdir` gave
 };
@@ -100,6 +100,7 @@ bool hasFailed();     ///< whether the call that was to fail was reached
 std::size_t failed(); ///< its index among the calls, unless it was of an allocator
 std::size_t callCount();
 const Call& call(std::size_t index);
+Caller callerOf(const Call& call);
 
 /// Blocks of memory that an Armed thread allocated and that haven't been freed, by anyone.
 struct LiveBlocks

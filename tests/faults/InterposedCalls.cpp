@@ -107,8 +107,8 @@ SHIM(DIR*, opendir, , (const char* path), (path), Opendir, path, nullptr)
 SHIM(DIR*, fdopendir, , (int file), (file), Fdopendir, SHIM_TWO(file, nullptr), nullptr)
 SHIM(ssize_t, readlink, noexcept, (const char* path, char* target, size_t room), (path, target, room),
      Readlink, path, -1)
-SHIM(FILE*, fopen, , (const char* path, const char* mode), (path, mode), Fopen, path, nullptr)
-SHIM(FILE*, fopen64, , (const char* path, const char* mode), (path, mode), Fopen, path, nullptr)
+SHIM(FILE*, fdopen, noexcept, (int file, const char* mode), (file, mode), Fdopen, SHIM_TWO(file, nullptr),
+     nullptr)
 SHIM(FILE*, popen, , (const char* command, const char* mode), (command, mode), Popen, command, nullptr)
 SHIM(char*, fgets, , (char* text, int room, FILE* file), (text, room, file), Fgets, nullptr, nullptr)
 // What these allocate isn't failed by itself: the C library then frees some of it twice.

@@ -187,8 +187,8 @@ std::string ManyChanges::judge(const Texts& before, const Texts& after) const
         directories);
     // Begun is a tree with its top still there and parts of it gone.
     const auto partsIn = [](const Entries& entries, const std::string& tree) {
-        return std::count_if(entries.begin(), entries.end(),
-                             [&](const auto& entry) { return entry.first.starts_with(tree + "/"); });
+        // "0" comes behind "/"
+        return std::distance(entries.lower_bound(tree + "/"), entries.lower_bound(tree + "0"));
     };
     Progress trees;
     problems += follow(

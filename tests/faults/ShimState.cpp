@@ -20,7 +20,7 @@ namespace
 constexpr std::array<const char*, FUNCTIONS> names{
     "stat",     "lstat",   "fstat",   "fstatat",      "access",    "mkdir",   "chmod",    "unlink",
     "unlinkat", "rmdir",   "remove",  "opendir",      "fdopendir", "readdir", "closedir", "open",
-    "openat",   "fcntl",   "close",   "readlink",     "fopen",     "popen",   "fgets",    "pclose",
+    "openat",   "fcntl",   "close",   "readlink",     "fdopen",    "popen",   "fgets",    "pclose",
     "fork",     "regcomp", "regexec", "operator new", "strdup",    "calloc",  "malloc"};
 
 // The thread's own flags are part of the block that the thread has from its start: reaching them allocates
@@ -117,7 +117,7 @@ void note(Function function, const char* path, const void* place)
     }
     Call& call = noted[notedCount++];
     call.function = function;
-    call.caller = callerAt(place);
+    call.place = place;
     copy(path, call.path.data(), call.path.size());
     call.entry[0] = '\0';
 }
@@ -195,6 +195,11 @@ std::size_t callCount()
 const Call& call(std::size_t index)
 {
     return noted[index];
+}
+
+Caller callerOf(const Call& call)
+{
+    return callerAt(call.place);
 }
 
 Verdict judge(Function function, const char* path, const void* place)

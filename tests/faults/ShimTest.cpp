@@ -36,7 +36,7 @@ TEST_F(Shim, FailsTheCallsThatPocoMakes)
     }
     ASSERT_TRUE(faultshim::hasFailed());
     const faultshim::Call& call = faultshim::call(faultshim::failed());
-    EXPECT_EQ(call.caller, faultshim::Caller::Poco);
+    EXPECT_EQ(faultshim::callerOf(call), faultshim::Caller::Poco);
     EXPECT_STREQ(call.path.data(), tree.path("f").c_str());
 }
 

@@ -73,8 +73,11 @@ std::vector<Scenario> startingScenarios(const std::string& root)
             .expected = {.answer = "ok",
                          .log = configurationRead(root),
                          .made = {"f " + std::to_string(text.size()) + " configuration"}},
-            .rules = {RANDOM, on({Function::Fopen}, "configuration",
-                                 {.answer = "code -1", .log = CONFIGURATION_FAILED})},
+            .rules = {RANDOM,
+                      on({Function::Open, Function::Fdopen}, "configuration",
+                         {.answer = "code -1", .log = CONFIGURATION_FAILED}),
+                      // what can't be looked at is read all the same
+                      on({Function::Fstat}, "configuration", Change{})},
             .memory = NOT_CONFIGURED,
             .pocoLosesMemory = true,
             .prepare = [text](Stage& stage) { stage.surroundings.tree.file("configuration", text); },

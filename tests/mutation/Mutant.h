@@ -1,7 +1,7 @@
 #pragma once
 
-// Included before everything else by each C++ source of a mutated build. Which mutant is alive is the process's
-// own choice, so that one build serves all of them.
+// Included before everything else by each C++ source of a mutated build. Which mutant is alive is the
+// process's own choice, so that one build serves all of them.
 
 #include <cerrno>
 #include <cstdlib>
@@ -21,7 +21,8 @@ static inline void zolRecordMutant(int id)
     }
     recorded[id] = true;
     const int callersErrno = errno;
-    const int file = static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
+    const int file = static_cast<int>(
+        syscall(SYS_openat, AT_FDCWD, path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
     if (file >= 0)
     {
         char line[] = "0000000\n";
@@ -35,8 +36,8 @@ static inline void zolRecordMutant(int id)
     errno = callersErrno;
 }
 
-/// True if this mutant is the one of the process. Each file of a program has its own copy, so that no symbol of
-/// it shows.
+/// True if this mutant is the one of the process. Each file of a program has its own copy, so that no symbol
+/// of it shows.
 static inline bool zolMutant(int id)
 {
     static int alive = -1;

@@ -90,6 +90,7 @@ class Finder:
         self.macros = [(c.extent.start.offset, c.extent.end.offset, c.spelling)
                        for c in cursors if c.kind == Kind.MACRO_INSTANTIATION]
         self.function = ""
+        self.returns_reference = False
         for cursor in cursors:
             if cursor.kind != Kind.MACRO_INSTANTIATION:
                 self.visit(cursor, None, False)
@@ -115,6 +116,7 @@ class Finder:
             scope = cursor.semantic_parent.spelling if cursor.semantic_parent is not None else ""
             is_member = cursor.kind not in (Kind.FUNCTION_DECL,) and scope
             self.function = f"{scope}::{cursor.spelling}" if is_member else cursor.spelling
+            self.returns_reference = cursor.result_type.kind == TypeKind.LVALUEREFERENCE
         elif cursor.kind in (Kind.FIELD_DECL, Kind.VAR_DECL) and not self.function:
             self.function = cursor.spelling
         constant = constant or self.is_constant(cursor)
@@ -204,7 +206,7 @@ class Finder:
         kind = value.type.get_canonical().kind
         literals = (Kind.INTEGER_LITERAL, Kind.STRING_LITERAL, Kind.CXX_BOOL_LITERAL_EXPR, Kind.INIT_LIST_EXPR,
                     Kind.CXX_NULL_PTR_LITERAL_EXPR, Kind.LAMBDA_EXPR)
-        if bare.kind in literals or self.text[value.extent.start.offset] in "-{*":
+        if bare.kind in literals or self.returns_reference or self.text[value.extent.start.offset] in "-{":
             return
         if kind == TypeKind.BOOL:
             self.negate(value)

@@ -5,7 +5,6 @@ import signal
 import subprocess
 
 MEMORY = 2 << 30
-FILE = 64 << 20
 PROCESSES = 256
 # Nobody in particular, in a world with no other processes and with a folder for temporary files that is gone
 # with it. Where the machine's files are can't be changed, since they belong to others.
@@ -20,7 +19,6 @@ ENTER = (
 
 def limit():
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    resource.setrlimit(resource.RLIMIT_FSIZE, (FILE, FILE))
     resource.setrlimit(resource.RLIMIT_DATA, (MEMORY, MEMORY))
 
 

@@ -1,3 +1,4 @@
+#include "Faults.h"
 #include "ReadsFixture.h"
 
 #include <zol/spi/ZolMoAttributeValue_3.h>
@@ -84,6 +85,20 @@ TEST_F(SeveralAttributes, FailWithTheCodeOfTheOneThatFails)
     EXPECT_THAT(attributes(groupDn("d"), {"files", "dateTime"}), ElementsAre("code -2"));
     EXPECT_THAT(attributes(fileDn(".filemnohousekeeping", groupDn("d")), {"size"}), ElementsAre("code -2"));
     EXPECT_THAT(attributes(fileM, {"fileGroupId"}), ElementsAre("code -1"));
+}
+
+TEST_F(SeveralAttributes, FailWithNothingToReleaseWithoutMemoryForThem)
+{
+    tree.directory("d");
+    const std::string d = groupDn("d");
+    const char* names[] = {"fileGroupId", nullptr};
+    QenMoAttributeValuesResult_3 result{FileMTransaction::releaseAttributesResultCB, nullptr};
+    Faults faults;
+    faults.listsCantBeAllocated = true;
+
+    EXPECT_EQ(worker.getAttributes(d.c_str(), names, result), -1);
+    EXPECT_EQ(result.containers, nullptr);
+    EXPECT_EQ(result.releaseCallback, nullptr);
 }
 
 } // namespace

@@ -108,6 +108,12 @@ char* __wrap_strdup(const char* text)
     return liveFaults != nullptr && liveFaults->textsCantBeCopied ? nullptr : __real_strdup(text);
 }
 
+void* __real_calloc(size_t count, size_t size);
+void* __wrap_calloc(size_t count, size_t size)
+{
+    return liveFaults != nullptr && liveFaults->listsCantBeAllocated ? nullptr : __real_calloc(count, size);
+}
+
 // operator new(std::size_t)
 void* __real__Znwm(std::size_t size);
 void* __wrap__Znwm(std::size_t size)

@@ -31,7 +31,8 @@ public:
     std::optional<int> popenError;         ///< 0: it fails without telling why
     std::size_t failingAllocation = 0;     ///< the size of an object that can't be allocated
     bool textsCantBeCopied = false;
-    std::function<void()> classOfDn; ///< may throw
+    bool listsCantBeAllocated = false; ///< those of several results
+    std::function<void()> classOfDn;   ///< may throw
 
     std::size_t roomForLinkTarget = 0; ///< as the component gave it last
 };

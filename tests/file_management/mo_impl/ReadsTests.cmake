@@ -26,6 +26,7 @@ zol_test(reads_tests
     LIBRARIES zol_test_support zol::file_management_objects)
 # Calls that a test can make fail; Faults.cpp stands in for them.
 target_link_options(reads_tests PRIVATE
+    LINKER:--wrap=calloc
     LINKER:--wrap=lstat64
     LINKER:--wrap=popen
     LINKER:--wrap=readlink
