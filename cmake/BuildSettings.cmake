@@ -16,8 +16,15 @@ if(ZOL_SANITIZERS)
     target_compile_options(zol_build_settings INTERFACE
         -fsanitize=${ZOL_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer
         # GCC 12 sees uninitialised objects in <regex> when it instruments
-        $<$<COMPILE_LANGUAGE:CXX>:-Wno-maybe-uninitialized>)
+        $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<CXX_COMPILER_ID:GNU>>:-Wno-maybe-uninitialized>)
     target_link_options(zol_build_settings INTERFACE -fsanitize=${ZOL_SANITIZERS})
+endif()
+
+# A shared library names all that it needs. Clang's sanitizers are in the program alone.
+if(ZOL_SANITIZERS AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    set(ZOL_NO_UNDEFINED "")
+else()
+    set(ZOL_NO_UNDEFINED LINKER:-z,defs)
 endif()
 
 if(ZOL_COVERAGE)

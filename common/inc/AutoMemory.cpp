@@ -1,8 +1,6 @@
 #include "AutoMemory.h"
 
-#include <cstdlib>
-#include <cstring>
-#include <new>
+#include "TextCopy.h"
 
 namespace Zol
 {
@@ -14,11 +12,7 @@ AutoMemory::~AutoMemory()
 
 char* AutoMemory::strdup(const char* text)
 {
-    std::unique_ptr<char, decltype(&std::free)> copy(::strdup(text), &std::free);
-    if (copy == nullptr)
-    {
-        throw std::bad_alloc();
-    }
+    TextCopy copy = copyText(text);
     _strings.push_back(copy.get());
     return copy.release();
 }

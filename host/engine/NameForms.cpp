@@ -17,6 +17,9 @@ using boost::algorithm::replace_all_copy;
 
 constexpr std::string_view SUBSTITUTE = "?\?";
 
+/// What a component puts for a plus while it replaces other characters, and takes for one in a name, too.
+constexpr std::string_view COMPONENTS_PLUS = "\xD6\xD6\xD6\xF1";
+
 /// What may stand for the substitute, in the order in which it is tried.
 constexpr std::string_view CANDIDATES[] = {"\\n", "\\r", ",", "=", "+", "<", ">", "#", ";", "\\", "\"", "*"};
 
@@ -28,7 +31,12 @@ void substitute(std::string& name, bool keepPlus)
         const char character = name[i];
         const bool isSequence =
             character == '\\' && i + 1 < name.size() && (name[i + 1] == 'n' || name[i + 1] == 'r');
-        if (character == '+' && keepPlus)
+        if (keepPlus && std::string_view(name).substr(i).starts_with(COMPONENTS_PLUS))
+        {
+            result += "\\2B";
+            i += COMPONENTS_PLUS.size() - 1;
+        }
+        else if (character == '+' && keepPlus)
         {
             result += "\\2B";
         }
@@ -60,10 +68,22 @@ void stripQuotes(std::string& name)
     name = name.substr(1, size - 2);
 }
 
+std::string resolvedPath(const std::string& path)
+{
+    std::string resolved = std::filesystem::path("/" + path).lexically_normal().string();
+    // two slashes in front mean the same as one
+    resolved.erase(0, std::min(resolved.find_first_not_of('/'), resolved.size()));
+    while (resolved.ends_with('/'))
+    {
+        resolved.pop_back();
+    }
+    return resolved.empty() ? resolved : '/' + resolved;
+}
+
 bool isThere(const std::string& path)
 {
     struct stat status = {};
-    return stat(path.c_str(), &status) == 0;
+    return stat(path.empty() ? "/" : path.c_str(), &status) == 0;
 }
 
 } // namespace
@@ -92,7 +112,7 @@ std::string directoryNameOf(std::string_view fileGroupValue)
     return name;
 }
 
-std::string pathOfDn(std::string_view dn)
+std::string pathOfDn(std::string_view dn, const std::string& root)
 {
     std::string path;
     auto mark = dn.find("FileGroup");
@@ -104,36 +124,27 @@ std::string pathOfDn(std::string_view dn)
         const bool isEncoded = dn.find("FileGroup", mark) != std::string_view::npos;
         path += '/';
         path += isEncoded ? directoryNameOf(value) : std::string(value);
+        if (!isEncoded && dn.find("FileInformation", mark) == std::string_view::npos)
+        {
+            return resolvedPath(path);
+        }
         equals = dn.find('=', end);
         mark = end;
     }
-    return path;
-}
-
-std::string resolvedPath(const std::string& path)
-{
-    std::string resolved = std::filesystem::path("/" + path).lexically_normal().string();
-    // two slashes in front mean the same as one
-    resolved.erase(0, std::min(resolved.find_first_not_of('/'), resolved.size()));
-    while (resolved.ends_with('/'))
-    {
-        resolved.pop_back();
-    }
-    return resolved.empty() ? resolved : '/' + resolved;
+    return resolvedPath(root + path);
 }
 
 std::string pathToDelete(std::string_view dn, const std::string& root)
 {
     for (const auto candidate : CANDIDATES)
     {
-        std::string path =
-            resolvedPath(root + pathOfDn(replace_all_copy(std::string(dn), SUBSTITUTE, candidate)));
+        std::string path = pathOfDn(replace_all_copy(std::string(dn), SUBSTITUTE, candidate), root);
         if (isThere(path))
         {
             return path;
         }
     }
-    return resolvedPath(root + pathOfDn(dn));
+    return pathOfDn(dn, root);
 }
 
 } // namespace zolhost

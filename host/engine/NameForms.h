@@ -14,14 +14,12 @@ std::string fileInformationValueOf(std::string_view nameOnDisk);
 /// The name of the directory that a component makes of the value of a FileGroup.
 std::string directoryNameOf(std::string_view fileGroupValue);
 
-/// The path below the root, "/a/b", that a component takes a whole DN for. Nothing is asked of the disk.
-std::string pathOfDn(std::string_view dn);
+/// The path on disk that a component takes a whole DN for, without empty parts, "." and "..", which it
+/// resolves, and without a closing slash. It is not below the root if a part behind a FileGroup is of a class
+/// that the component doesn't know. That of the disk's own root is empty. Nothing is asked of the disk.
+std::string pathOfDn(std::string_view dn, const std::string& root);
 
-/// The location that the component makes of a path below the root: without empty parts, "." and "..", which
-/// it resolves, and without a closing slash.
-std::string resolvedPath(const std::string& path);
-
-/// The resolved path on disk of the deletion of an object: before a component takes the name as it is, it
+/// The same of the deletion of an object: before a component takes the name as it is, it
 /// tries what may stand for each "??" and takes the first that is there.
 std::string pathToDelete(std::string_view dn, const std::string& root);
 

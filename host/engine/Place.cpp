@@ -139,7 +139,7 @@ std::string Place::shownDn() const
     const std::string shown = dnOf(shownValue);
     const std::string here = withoutClosingSlash(path());
     const bool isFound =
-        resolvedPath(_rootDirectory + pathOfDn(shown)) == here || pathToDelete(shown, _rootDirectory) == here;
+        pathOfDn(shown, _rootDirectory) == here || pathToDelete(shown, _rootDirectory) == here;
     return isFound ? shown : dn();
 }
 
@@ -161,7 +161,7 @@ std::string Place::dnOf(std::string (*valueOf)(const std::string& name, bool isD
 
 bool Place::isReachable() const
 {
-    return resolvedPath(_rootDirectory + pathOfDn(dn())) == withoutClosingSlash(path()) || _names.empty();
+    return pathOfDn(dn(), _rootDirectory) == withoutClosingSlash(path()) || _names.empty();
 }
 
 bool Place::isReachableToDelete() const

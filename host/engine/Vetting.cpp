@@ -93,9 +93,10 @@ void requireReachableToDelete(const Place& place)
     requireReachable(place);
     if (!place.isReachableToDelete())
     {
+        const std::string path = pathToDelete(place.dn(), place.rootDirectory());
         refuseToTouch(place, R"("?)"
                              R"(?" in its name stands for another character first, and )" +
-                                 pathToDelete(place.dn(), place.rootDirectory()) + " would be removed");
+                                 (path.empty() ? "/" : path) + " would be removed");
     }
 }
 

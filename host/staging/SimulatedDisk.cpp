@@ -355,16 +355,6 @@ bool SimulatedDisk::removeOneIn(const Found& directory, const std::string& whyNo
     {
         add(*entry.entry, shown, removal.contents);
     }
-    if (entry.entry->kind == EntryKind::Link && directory.path != directoryShown)
-    {
-        _gone.insert(entry.path);
-        if (!leadsSomewhere(directoryShown))
-        {
-            removal.why = reason(ENOENT, "the path leads through a link that goes too");
-            removal._where = directoryShown;
-            return false;
-        }
-    }
     return true;
 }
 

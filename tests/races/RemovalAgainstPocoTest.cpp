@@ -1,5 +1,6 @@
 #include "TreeRemoval.h"
 
+#include "file_management/mo_impl/ProcessState.h"
 #include "races/RandomTree.h"
 #include "races/SystemCalls.h"
 #include "support/ChildProcess.h"
@@ -93,21 +94,38 @@ int attempts(const std::function<void(const std::string&)>& remove, const Tempor
 
 } // namespace
 
-TEST(RemovalAgainstPoco, LeavesTheSameOfEveryRandomTree)
+/// The trees lie in memory or on a disk, which tell their entries in another order.
+struct Place
 {
-    constexpr unsigned int trees = 1000;
-    constexpr int enough = 100;
+    const char* name;
+    const char* folder;
+    unsigned int trees;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Place& place)
+{
+    return stream << place.folder;
+}
+
+class RemovalAgainstPocoOn : public testing::TestWithParam<Place>
+{};
+
+TEST_P(RemovalAgainstPocoOn, LeavesTheSameOfEveryRandomTree)
+{
+    const unsigned int trees = GetParam().trees;
+    const int enough = static_cast<int>(trees / 10);
+    const zoltest::Environment folder("TMPDIR", GetParam().folder);
     const TemporaryTree tree;
     tree.chmod("", 0777);
-    const zoltest::ChildOutcome outcome = zoltest::runInChild([&tree] {
+    const zoltest::ChildOutcome outcome = zoltest::runInChild([&] {
         becomeNobody();
         int removed = 0;
         int left = 0;
         for (unsigned int seed = 1; seed <= trees; ++seed)
         {
-            const std::string folder = tree.path("trees");
-            const Outcome poco = outcomeFor(seed, folder, pocoRemoves);
-            const Outcome ours = outcomeFor(seed, folder, removeTree);
+            const std::string place = tree.path("trees");
+            const Outcome poco = outcomeFor(seed, place, pocoRemoves);
+            const Outcome ours = outcomeFor(seed, place, removeTree);
             ++(poco.isGone ? removed : left);
             if (ours != poco)
             {
@@ -123,6 +141,12 @@ TEST(RemovalAgainstPoco, LeavesTheSameOfEveryRandomTree)
     EXPECT_EQ(outcome.exitStatus, 0);
     EXPECT_EQ(outcome.standardError, "");
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Places, RemovalAgainstPocoOn,
+    testing::Values(Place{"Disk", "/tmp", 100},
+                    Place{"Memory", std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp", 1000}),
+    [](const auto& place) { return place.param.name; });
 
 TEST(RemovalAgainstPoco, StopsAtTheSameEntryOfADirectoryThatCannotBeEmptied)
 {

@@ -4,11 +4,12 @@
 #include "FileManagementZoleaWrapper.h"
 #include "LogForms.h"
 #include "RdnValue.h"
+#include "TextCopy.h"
 #include "UnexpectedException.h"
 
 #include <Poco/File.h>
+#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <zol/common/DnUtil.h>
 #include <zol/common/ZolException.h>
 
@@ -24,6 +25,12 @@ namespace
 [[noreturn]] void failForUnknownAttribute()
 {
     throw Zol::ZolException(-2, "No such attribute");
+}
+
+// Whoever releases the result also finds the elements that a failure leaves unset.
+void clearElements(QenMoAttributeValueContainer_3& container)
+{
+    std::fill_n(container.values, container.nrOfValues, QenMoAttributeValue_3{});
 }
 
 } // namespace
@@ -136,9 +143,10 @@ void FileMTransaction::getFileGroupAttribute(const char* dn, const char* attribu
         std::vector<std::string> reservers;
         getFileGroupReservers(dn, reservers);
         initAttrResult(attrTypeReference, static_cast<unsigned int>(reservers.size()), result);
+        clearElements(*result.container);
         for (std::size_t i = 0; i < reservers.size(); ++i)
         {
-            result.container->values[i].referenceValue = ::strdup(reservers[i].c_str());
+            result.container->values[i].referenceValue = Zol::copyText(reservers[i].c_str()).release();
         }
     }
     else if (name == "files")
@@ -146,6 +154,7 @@ void FileMTransaction::getFileGroupAttribute(const char* dn, const char* attribu
         std::vector<FileInfo> files;
         getFileGroupFiles(dn, files);
         initAttrResult(attrTypeStruct, static_cast<unsigned int>(files.size()), result);
+        clearElements(*result.container);
         setAttrFilesResult(dn, files, result);
     }
     else

@@ -1,15 +1,13 @@
 #include "FileMTransaction.h"
 #include "LogForms.h"
+#include "TextCopy.h"
 #include "TreeRemoval.h"
 
 #include <Poco/Exception.h>
 #include <Poco/File.h>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <libgen.h>
-#include <memory>
-#include <new>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -43,11 +41,7 @@ void removeAll(const NonComittedData::Paths& paths)
 mode_t modeOfNewDirectory(const std::string& directory)
 {
     // dirname may write into its argument
-    const std::unique_ptr<char, void (*)(void*)> copy(::strdup(directory.c_str()), std::free);
-    if (copy == nullptr)
-    {
-        throw std::bad_alloc();
-    }
+    const Zol::TextCopy copy = Zol::copyText(directory.c_str());
     struct stat parent
     {};
     const bool isBelowSetgid =

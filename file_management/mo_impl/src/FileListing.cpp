@@ -1,12 +1,12 @@
 #include "FileMTransaction.h"
 #include "FileManagementConstrainsUtil.h"
+#include "TextCopy.h"
 
 #include <Poco/DirectoryIterator.h>
 #include <Poco/File.h>
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstring>
 #include <ctime>
 #include <sys/stat.h>
 
@@ -18,20 +18,22 @@ using ZolFileManagementCommon::FileManagementConstrainsUtil;
 namespace
 {
 
-// The released result frees each of these by itself, so that nothing is shared.
-QenMoAttributeStructMember* newMember(const char* name, QenOamSpiMoAttributeType_3 type,
-                                      QenMoAttributeStructMember* next)
+// The released result frees each of these by itself, so that nothing is shared. It finds a member from the
+// start, also one that lack of memory leaves incomplete.
+QenMoAttributeValue_3& addMember(QenMoAttributeStructMember*& list, const char* name,
+                                 QenOamSpiMoAttributeType_3 type)
 {
-    auto* container = new QenMoAttributeValueContainer_3{type, 1, new QenMoAttributeValue_3[1]};
-    return new QenMoAttributeStructMember{::strdup(name), container, next};
+    list = new QenMoAttributeStructMember{nullptr, nullptr, list};
+    list->memberName = Zol::copyText(name).release();
+    list->memberValue = new QenMoAttributeValueContainer_3{type, 1, nullptr};
+    list->memberValue->values = new QenMoAttributeValue_3[1]{};
+    return list->memberValue->values[0];
 }
 
-QenMoAttributeStructMember* newTextMember(const char* name, const std::string& text,
-                                          QenMoAttributeStructMember* next)
+void addTextMember(QenMoAttributeStructMember*& list, const char* name, const std::string& text)
 {
-    QenMoAttributeStructMember* member = newMember(name, attrTypeString, next);
-    member->memberValue->values[0].stringValue = ::strdup(text.c_str());
-    return member;
+    QenMoAttributeValue_3& value = addMember(list, name, attrTypeString);
+    value.stringValue = Zol::copyText(text.c_str()).release();
 }
 
 } // namespace
@@ -68,12 +70,12 @@ void FileMTransaction::setAttrFilesResult(const char*, std::vector<FileInfo> fil
     {
         const FileInfo& file = files[i];
         // linked from the tail: the order of the members is the host's
-        QenMoAttributeStructMember* member = newMember("size", attrTypeUint, nullptr);
-        member->memberValue->values[0].uintValue = file.size;
-        member = newTextMember("fileType", file.fileType, member);
-        member = newTextMember("modificationTime", file.modificationTime, member);
-        member = newTextMember("fileName", file.fileName, member);
-        result.container->values[i].structValue = member;
+        QenMoAttributeStructMember*& list = result.container->values[i].structValue;
+        list = nullptr;
+        addMember(list, "size", attrTypeUint).uintValue = file.size;
+        addTextMember(list, "fileType", file.fileType);
+        addTextMember(list, "modificationTime", file.modificationTime);
+        addTextMember(list, "fileName", file.fileName);
     }
 }
 

@@ -1,7 +1,7 @@
 #include "FileMTransaction.h"
+#include "TextCopy.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <zol/common/MoUtils.h>
 
 namespace ZolFileManagement
@@ -10,8 +10,8 @@ namespace ZolFileManagement
 void FileMTransaction::initAttrResult(QenOamSpiMoAttributeType_3 type, unsigned int count,
                                       QenMoAttributeValueResult_3& result)
 {
-    result.releaseCallback = releaseAttrResultCB;
     result.container = new QenMoAttributeValueContainer_3{type, count, nullptr};
+    result.releaseCallback = releaseAttrResultCB;
     if (count != 0)
     {
         result.container->values = new QenMoAttributeValue_3[count];
@@ -20,8 +20,9 @@ void FileMTransaction::initAttrResult(QenOamSpiMoAttributeType_3 type, unsigned 
 
 void FileMTransaction::setAttrStringResult(const std::string& value, QenMoAttributeValueResult_3& result)
 {
+    Zol::TextCopy text = Zol::copyText(value.c_str());
     initAttrResult(attrTypeString, 1, result);
-    result.container->values[0].stringValue = ::strdup(value.c_str());
+    result.container->values[0].stringValue = text.release();
 }
 
 void FileMTransaction::releaseAttrResultCB(QenMoAttributeValueContainer_3* container)

@@ -1,5 +1,6 @@
 #include "ConfigurationReader.h"
 
+#include <Poco/SAX/Attributes.h>
 #include <Poco/XML/ParserEngine.h>
 #include <Poco/XML/XMLException.h>
 #include <string>
@@ -19,6 +20,7 @@ void ConfigurationReader::setProperty(const Poco::XML::XMLString& /*property*/, 
 void ConfigurationReader::parseMemoryNP(const char* xml, std::size_t size)
 {
     _depth = 0;
+    _attributes = 0;
     _failure = nullptr;
     Poco::XML::ParserEngine engine;
     engine.setExpandInternalEntities(false);
@@ -59,8 +61,21 @@ void ConfigurationReader::startElement(const Poco::XML::XMLString& uri, const Po
             throw Poco::XML::XMLException("More than " + std::to_string(MAX_DEPTH) +
                                           " elements in each other");
         }
+        count(attributes);
         XMLFilterImpl::startElement(uri, localName, qname, attributes);
     });
+}
+
+void ConfigurationReader::count(const Poco::XML::Attributes& attributes)
+{
+    for (int i = 0; i < attributes.getLength(); ++i)
+    {
+        _attributes += attributes.getQName(i).size() + attributes.getValue(i).size();
+    }
+    if (_attributes > MAX_ATTRIBUTES)
+    {
+        throw Poco::XML::XMLException("More than " + std::to_string(MAX_ATTRIBUTES) + " bytes of attributes");
+    }
 }
 
 void ConfigurationReader::endElement(const Poco::XML::XMLString& uri, const Poco::XML::XMLString& localName,

@@ -8,11 +8,13 @@ namespace Zol
 
 /// Feeds a document builder with elements, texts and references to entities. No entity is expanded in a text,
 /// nothing outside the document is read, and elements nested too deeply for the recursion of a document's
-/// users are refused.
+/// users are refused, as are attributes that declarations make much of.
 class ConfigurationReader : public Poco::XML::XMLFilterImpl
 {
 public:
     static constexpr int MAX_DEPTH = 256;
+    /// Bytes of names and values, as declarations and entities have made them.
+    static constexpr std::size_t MAX_ATTRIBUTES = 1U << 20U;
 
     using Poco::XML::XMLFilterImpl::parse;
     using Poco::XML::XMLFilterImpl::setProperty;
@@ -35,7 +37,10 @@ private:
     template<class Event>
     void forward(Event event);
 
+    void count(const Poco::XML::Attributes& attributes);
+
     int _depth = 0;
+    std::size_t _attributes = 0; // bytes so far
     std::exception_ptr _failure;
 };
 

@@ -8,7 +8,7 @@ namespace Zol
 static_assert((REG_EXTENDED | REG_NOSUB) == 9, "components pass 9 for these two");
 
 RegularExpression::RegularExpression(const std::string& expression, int flags)
-    : _expression(expression.c_str()) // as far as the system reads it
+    : _expression(expression, 0, expression.find('\0')) // as far as the system reads it
     , _flags(flags)
 {
     const ExpressionCost cost(_expression, flags);

@@ -9,11 +9,14 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
 #include <string>
+#include <sys/stat.h>
 #include <thread>
 #include <vector>
 
@@ -121,6 +124,56 @@ TEST(ExternalTool, ZeroByteEndsAPieceOf1023BytesOfALongLine)
 {
     const std::string filling(2000, 'x');
     EXPECT_EQ(outputOf("printf 'ab\\0" + filling + "\\n'"), "ab" + std::string(3 + 2000 - 1023, 'x'));
+}
+
+/// A pipe with a name: who reads it waits until somebody writes.
+class NamedPipe
+{
+public:
+    NamedPipe()
+    {
+        if (mkfifo(path.c_str(), 0600) != 0)
+        {
+            throw std::runtime_error("no pipe " + path);
+        }
+    }
+
+    void write(const std::string& line) const { std::ofstream(path) << line << std::endl; }
+
+private:
+    zoltest::TemporaryTree _folder;
+
+public:
+    const std::string path = _folder.path("pipe");
+};
+
+TEST(ExternalTool, OutputIsWaitedForAsLongAsAProcessInTheBackgroundHoldsIt)
+{
+    const NamedPipe pipe;
+    const FakeZolea zolea("echo /data/fs\n{ read line <'" + pipe.path + "'; echo \"$line\"; } &");
+    std::string output;
+    {
+        const zoltest::ObservedThread reader([&] { output = FileManagementZoleaWrapper().invokeZolea("x"); });
+        EXPECT_TRUE(reader.waits());
+        pipe.write("late");
+    }
+    EXPECT_EQ(output, "/data/fs\nlate");
+}
+
+TEST(ExternalTool, ProcessInTheBackgroundThatHasLetGoOfTheOutputIsNotWaitedFor)
+{
+    const NamedPipe pipe;
+    EXPECT_EQ(outputOf("{ read line <'" + pipe.path + "'; } >/dev/null &\necho /data/fs"), "/data/fs");
+    pipe.write("now end");
+}
+
+TEST(ExternalTool, MegabytesAreTakenWhole)
+{
+    const std::string line(1023, 'x');
+    const std::string output =
+        outputOf("i=0; while [ $i -lt 3000 ]; do echo " + line + "; i=$((i + 1)); done");
+    EXPECT_EQ(output.size(), 3000U * 1024U - 1U);
+    EXPECT_EQ(output.find_first_not_of("x\n"), std::string::npos);
 }
 
 TEST(ExternalTool, ThatPrintsNothingGivesTheEmptyText)

@@ -42,6 +42,7 @@ TEST(NameForms, AreThoseOfTheComponent)
         {"  padded  ", "padded", "  padded  "},
         {" \"q\" ", "?\?q?\?", " ?\?q?\? "},
         {"two\nlines", "two\nlines", "two\nlines"},
+        {"a\xD6\xD6\xD6\xF1+", "a\\2B\\2B", "a\xD6\xD6\xD6\xF1?\?"},
     };
     for (const auto& [onDisk, asFileGroup, asFileInformation] : cases)
     {
@@ -59,19 +60,23 @@ TEST(NameForms, GiveThePathThatTheComponentTakesADnFor)
         std::string path;
     };
     const Case cases[] = {
-        {root, ""},
-        {root + ",FileMConfigData=1", ""},
-        {root + ",FileGroup=logs", "/logs"},
-        {root + ",FileGroup=logs,FileGroup=a\\2Bb", "/logs/a+b"},
-        {root + ",FileGroup=logs,FileGroup=a\\2bb,FileInformation=c\\2Bd.txt", "/logs/a+b/c\\2Bd.txt"},
-        {root + ",FileGroup=a,FileInformation=FileGroup\\2Bx", "/a/FileGroup+x"},
-        {root + ",FileGroup=a,b", "/a"},
-        {root + ",FileGroup=a=b", "/a=b"},
-        {root + ",FileInformation=x", ""},
+        {root, "/fs"},
+        {root + ",FileMConfigData=1", "/fs"},
+        {root + ",FileGroup=logs", "/fs/logs"},
+        {root + ",FileGroup=logs,FileGroup=a\\2Bb", "/fs/logs/a+b"},
+        {root + ",FileGroup=logs,FileGroup=a\\2bb,FileInformation=c\\2Bd.txt", "/fs/logs/a+b/c\\2Bd.txt"},
+        {root + ",FileGroup=a,FileInformation=FileGroup\\2Bx", "/fs/a/FileGroup+x"},
+        {root + ",FileGroup=a,b", "/fs/a"},
+        {root + ",FileGroup=a=b", "/fs/a=b"},
+        {root + ",FileInformation=x", "/fs"},
+        {root + ",FileGroup=a,Other=b", "/a/b"},
+        {root + ",FileGroup=a,FileInformation=f,Other=b", "/a/f/b"},
+        {root + ",FileGroup=a,Other=b,FileInformation=f", "/fs/a/b/f"},
+        {root + ",FileGroup=..,Other=b", "/b"},
     };
     for (const auto& [dn, path] : cases)
     {
-        EXPECT_EQ(pathOfDn(dn), path) << dn;
+        EXPECT_EQ(pathOfDn(dn, "/fs"), path) << dn;
     }
 }
 
@@ -92,4 +97,7 @@ TEST(NameForms, GiveThePathThatADeletionComesUponFirst)
     EXPECT_EQ(found(",FileGroup=z,FileInformation=?\?"), tree.path("z"))
         << "an empty part counts for nothing";
     EXPECT_EQ(found(",FileGroup=none?\?"), tree.path("none?\?"));
+    EXPECT_EQ(found(",FileGroup=" + tree.path("d").substr(1) + ",FileInformation=a*b?\?Other=."),
+              tree.path("d/a*b"))
+        << "what is behind a comma is no longer below the root";
 }

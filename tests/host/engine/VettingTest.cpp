@@ -97,3 +97,17 @@ TEST(Vetting, AsksForNothingByANameThatTheComponentTakesForAnother)
               "refused: \"?\?\" in its name stands for another character first, and " + tree.path("d/c;d") +
                   " would be removed");
 }
+
+TEST(Vetting, DeletesNothingOutsideOfTheTreeForAnEqualsSignBehindQuestionMarks)
+{
+    const TemporaryTree tree;
+    tree.file("proc/self?\?Other=status");
+    const Place file = Place(tree.path()).directory("proc").file("self?\?Other=status");
+    EXPECT_EQ(outcomeOf([&] { vetting::requireReachableToDelete(file); }),
+              "refused: \"?\?\" in its name stands for another character first, and /proc/self/status "
+              "would be removed");
+    tree.directory("?\?x=..");
+    const Place directory = Place(tree.path()).directory("?\?x=..");
+    EXPECT_EQ(outcomeOf([&] { vetting::requireReachableToDelete(directory); }),
+              "refused: \"?\?\" in its name stands for another character first, and / would be removed");
+}

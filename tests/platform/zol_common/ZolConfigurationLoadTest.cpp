@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace
 {
@@ -186,9 +187,53 @@ TEST(ConfigurationLoad, RefusesElementsNestedTooDeeply)
     EXPECT_THAT(textsOf(configuration, "value"), AllOf(SizeIs(256), testing::Each("text")));
     EXPECT_THAT(failureOfLoading(configuration, nested(257)),
                 HasSubstr("More than 256 elements in each other"));
-    EXPECT_THAT(failureOfLoading(configuration, nested(100'000)), HasSubstr("More than 256 elements"));
+    EXPECT_THAT(failureOfLoading(configuration, nested(16'000)), HasSubstr("More than 256 elements"));
     configuration.load("<root>" + nested(255) + nested(255) + "</root>");
     EXPECT_THAT(textsOf(configuration, "value"), SizeIs(510));
+}
+
+TEST(ConfigurationLoad, RefusesADocumentOfMoreThan256Kibibytes)
+{
+    const std::string message = " is larger than 262144 bytes";
+    const TemporaryTree tree;
+    ZolConfiguration configuration;
+    const std::string allowed = "<root>" + std::string(262'144 - 13, 'x') + "</root>";
+    configuration.load(allowed);
+    configuration.load(tree.file("allowed.xml", allowed));
+    EXPECT_EQ(failureOfLoading(configuration, allowed + "\n"), "Configuration document text" + message);
+    const std::string path = tree.file("large.xml", allowed + "\n");
+    EXPECT_EQ(failureOfLoading(configuration, path), "Configuration document \"" + path + "\"" + message);
+}
+
+TEST(ConfigurationLoad, RefusesWhatIsNoFileWithoutWaitingForIt)
+{
+    const TemporaryTree tree;
+    const std::string pipe = tree.path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    ZolConfiguration configuration;
+    for (const std::string& path : {pipe, std::string("/dev/zero")})
+    {
+        EXPECT_EQ(failureOfLoading(configuration, path),
+                  "Configuration document \"" + path + "\" can't be read: It is no file");
+    }
+}
+
+TEST(ConfigurationLoad, RefusesAttributesThatADeclarationRepeats)
+{
+    std::string elements;
+    for (int i = 0; i < 1000; ++i)
+    {
+        elements += "<e/>";
+    }
+    const auto document = [&](std::size_t size) {
+        return "<!DOCTYPE root [<!ATTLIST e a CDATA '" + std::string(size, 'x') + "'>]><root>" + elements +
+               "</root>";
+    };
+    ZolConfiguration configuration;
+    configuration.load(document(1000));
+    EXPECT_THAT(textsOf(configuration, "e"), SizeIs(1000));
+    EXPECT_THAT(failureOfLoading(configuration, document(2000)),
+                HasSubstr("More than 1048576 bytes of attributes"));
 }
 
 TEST(ConfigurationUnload, IsHarmlessWithoutADocument)
