@@ -36,6 +36,7 @@ CONSTANT = (
     Kind.STATIC_ASSERT, Kind.ENUM_DECL, Kind.PARM_DECL, Kind.TEMPLATE_TYPE_PARAMETER,
     Kind.TEMPLATE_NON_TYPE_PARAMETER,
 )
+CLASSES = (Kind.CLASS_DECL, Kind.STRUCT_DECL, Kind.CLASS_TEMPLATE)
 WRAPPERS = (Kind.UNEXPOSED_EXPR, Kind.PAREN_EXPR)
 INTEGERS = {
     TypeKind.CHAR_U, TypeKind.UCHAR, TypeKind.USHORT, TypeKind.UINT, TypeKind.ULONG, TypeKind.ULONGLONG,
@@ -137,10 +138,12 @@ class Finder:
         head = self.text[start:end].split("{")[0].split("=")[0]
         if "constinit" in head or cursor.kind in FUNCTIONS and "constexpr" in head:
             return True
+        if "constexpr" in head and cursor.semantic_parent.kind in CLASSES:
+            # as a variable it would be a unique symbol, which keeps its library from being unloaded
+            return True
         if "constexpr" in head:
             at = start + head.index("constexpr")
-            is_member = cursor.semantic_parent.kind in (Kind.CLASS_DECL, Kind.STRUCT_DECL, Kind.CLASS_TEMPLATE)
-            self.source.unlocked[(at, at + len("constexpr"))] = "inline const" if is_member else "const"
+            self.source.unlocked[(at, at + len("constexpr"))] = "const"
         return False
 
     @staticmethod
