@@ -85,7 +85,7 @@ std::optional<std::string> Comparison::stepOfHost(const Operation& operation)
         _tally->note(operation.does, expected.code);
     }
     const Outcome actual = _subject.observe(operation, _model.handle(operation.transaction), id);
-    if (_world.disk.tookItsOwnWayAway())
+    if (_world.disk.isUncertain())
     {
         _sandbox.adopt(_world.disk);
         return std::nullopt;

@@ -10,6 +10,8 @@ namespace
 {
 
 const std::size_t MAXIMAL_LINKS = 40;
+// A lookup that the kernel has to begin again, at most twice, goes on counting.
+const std::size_t CERTAIN_LINKS = 13;
 const mode_t SET_GROUP_ID = 02000;
 const mode_t MODE_OF_FILES = 0644;
 
@@ -92,15 +94,15 @@ void Disk::remove(const std::string& text)
     {
         for (const Node* link : trail.links)
         {
-            _cutsItsOwnWay = _cutsItsOwnWay || isBelow(link, place.node);
+            _isUncertain = _isUncertain || isBelow(link, place.node);
         }
         place.directory->children.erase(place.name);
     }
 }
 
-bool Disk::tookItsOwnWayAway()
+bool Disk::isUncertain()
 {
-    return std::exchange(_cutsItsOwnWay, false);
+    return std::exchange(_isUncertain, false);
 }
 
 bool Disk::changeMode(const std::string& text, mode_t mode)
@@ -161,7 +163,12 @@ Disk::Place Disk::find(const std::string& text, bool follow, Trail& trail) const
     {
         start = walk(_root.get(), _workingDirectory, true, trail).node;
     }
-    return walk(start, text, follow, trail);
+    const Place place = walk(start, text, follow, trail);
+    if (place.directory != nullptr && trail.links.size() > CERTAIN_LINKS)
+    {
+        throw OutOfReach(text);
+    }
+    return place;
 }
 
 // As the kernel does it: name by name, a link in the middle always followed, one at the end only if asked or

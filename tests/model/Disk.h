@@ -68,9 +68,10 @@ public:
     Made makeDirectory(const std::string& text, mode_t mode);
     /// With everything that is in it. Links are not followed at the end.
     void remove(const std::string& text);
-    /// Whether a removal since the last question went through a link that lay in what was removed. How much
-    /// of it goes then is nobody's rule.
-    bool tookItsOwnWayAway();
+    /// Whether since the last question something was changed that nobody can foresee: a removal went through
+    /// a link that lay in what was removed, or a change was given up.
+    bool isUncertain();
+    void giveUpChange() { _isUncertain = true; }
     bool changeMode(const std::string& text, mode_t mode);
 
     // What others do; the directory is there, and the name is free in it.
@@ -100,7 +101,7 @@ private:
 
     std::unique_ptr<Node> _root;
     std::string _workingDirectory = "/";
-    bool _cutsItsOwnWay = false;
+    bool _isUncertain = false;
 };
 
 /// The nodes below a directory.

@@ -68,6 +68,7 @@ private:
     std::optional<std::string> searched(const std::string& dn) const;
     Location locationOf(const std::string& dn) const;
     Walk walk(const Location& directory, Wanted wanted) const;
+    ZolReturnT apply(const Changes& changes);
     void makeModed(const Location& directory);
     bool makeDirectories(const Location& directory);
 

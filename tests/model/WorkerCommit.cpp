@@ -1,5 +1,7 @@
 #include "model/Worker.h"
 
+#include <utility>
+
 namespace zolmodel
 {
 
@@ -14,8 +16,20 @@ const mode_t MODE_OF_ANCESTORS = 0755; // what the file-creation mask of the com
 
 ZolReturnT Worker::commit()
 {
-    const Changes changes = std::move(_changes);
-    _changes = {};
+    const Changes changes = std::exchange(_changes, {});
+    try
+    {
+        return apply(changes);
+    }
+    catch (const OutOfReach&)
+    {
+        _world.disk.giveUpChange();
+        return ZolReturnOk;
+    }
+}
+
+ZolReturnT Worker::apply(const Changes& changes)
+{
     for (const auto& file : changes.deletedFiles)
     {
         _world.disk.remove(file.textWithoutSlash());

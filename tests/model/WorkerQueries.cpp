@@ -2,6 +2,8 @@
 #include "model/Names.h"
 #include "model/Worker.h"
 
+#include <utility>
+
 namespace zolmodel
 {
 
@@ -42,8 +44,10 @@ void Worker::next(unsigned long long iterator, Outcome& outcome)
     outcome.value = "null";
     if (const auto found = _walks.find(iterator); found != _walks.end())
     {
-        Walk& walked = *found->second;
-        const auto entry = walked.next();
+        auto stepped = std::make_unique<Walk>(*found->second); // in its place only if the step is in reach
+        const auto entry = stepped->next();
+        found->second = std::move(stepped);
+        const Walk& walked = *found->second;
         outcome.valueIsUncertain = walked.isUncertain();
         if (entry)
         {

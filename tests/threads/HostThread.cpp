@@ -74,6 +74,14 @@ void HostThread::callBack()
     thread._isInCallBack = false;
 }
 
+void HostThread::finishShared(const ZolOamSpiTransactionalResource_1& resource)
+{
+    for (unsigned long handle = 1; handle <= sharedHandles; ++handle)
+    {
+        resource.finish(handle);
+    }
+}
+
 template<class Call>
 ZolReturnT HostThread::note(const char* operation, State state, const Call& call)
 {

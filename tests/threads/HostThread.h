@@ -25,6 +25,9 @@ public:
     /// it does it already.
     static void callBack();
 
+    /// Ends what is still open among them when all threads have ended.
+    static void finishShared(const ZolOamSpiTransactionalResource_1& resource);
+
     // For the one that watches.
     const char* current() const { return _current.load(std::memory_order_relaxed); }
     unsigned long long calls() const { return _calls.load(std::memory_order_relaxed); }

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <iostream>
 #include <list>
 #include <memory>
@@ -57,6 +58,26 @@ Options optionsFrom(int count, char** arguments)
     return options;
 }
 
+/// The library stays to the end, so that reports can name what is in it.
+class KeptLibrary
+{
+public:
+    KeptLibrary()
+        : _handle(dlopen(zoltest::LoadedLibrary::path(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE))
+    {
+        if (_handle == nullptr)
+        {
+            throw std::runtime_error(dlerror());
+        }
+    }
+    KeptLibrary(const KeptLibrary&) = delete;
+    KeptLibrary& operator=(const KeptLibrary&) = delete;
+    ~KeptLibrary() { dlclose(_handle); }
+
+private:
+    void* _handle;
+};
+
 /// Takes every line and keeps none: the making of the lines is what is wanted.
 class NoSink : public Zol::LogSink
 {
@@ -102,6 +123,7 @@ Tally run(unsigned long count, std::chrono::milliseconds time, unsigned long see
             thread.join();
         }
     }
+    HostThread::finishShared(component.resource());
     Tally tally;
     for (const HostThread& hostThread : hostThreads)
     {
@@ -116,6 +138,7 @@ int main(int count, char** arguments)
 try
 {
     const Options options = optionsFrom(count, arguments);
+    const KeptLibrary library;
     const zoltest::FakeZolea zolea("echo /somewhere");
     Zol::LoggingWrapper::instance().set_sink(std::make_shared<NoSink>());
     const std::chrono::milliseconds share(options.seconds * 1000 / options.threads.size());
