@@ -1,4 +1,5 @@
 """Runs programs that may do anything: what a mutant removes or fills must not be the machine's."""
+import ctypes
 import os
 import resource
 import signal
@@ -6,6 +7,8 @@ import subprocess
 
 MEMORY = 2 << 30
 PROCESSES = 256
+LIBC = ctypes.CDLL(None)
+PR_SET_PDEATHSIG = 1
 # Nobody in particular, in a world with no other processes and with a folder for temporary files that is gone
 # with it. Where the machine's files are can't be changed, since they belong to others.
 WORLD = ["unshare", "--mount", "--pid", "--ipc", "--net", "--fork", "--kill-child"]
@@ -18,6 +21,7 @@ ENTER = (
 
 
 def limit():
+    LIBC.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)  # it ends with whoever waits for it
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
     resource.setrlimit(resource.RLIMIT_DATA, (MEMORY, MEMORY))
 
