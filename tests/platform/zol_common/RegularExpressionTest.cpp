@@ -1,19 +1,17 @@
+#include "AllocatedBytes.h"
 #include "OnThreads.h"
 
 #include <gtest/gtest.h>
-#include <malloc.h>
 #include <regex.h>
 #include <string>
 #include <vector>
 #include <zol/common/RegularExpression.h>
 
-// That of a sanitizer which has its own memory.
-extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_bytes();
-
 namespace
 {
 
 using Zol::RegularExpression;
+using zoltest::allocatedBytes;
 
 constexpr int ExtendedWithoutSubMatches = 9;
 
@@ -70,12 +68,6 @@ TEST(RegularExpression, TakesTheFlagsOfTheSystem)
     EXPECT_TRUE(RegularExpression("^a+$", 0).match("a+", 0)) << "basic, where a plus sign is a character";
     EXPECT_FALSE(RegularExpression("^a", REG_EXTENDED).match("a", REG_NOTBOL));
     EXPECT_FALSE(RegularExpression("a$", REG_EXTENDED).match("a", REG_NOTEOL));
-}
-
-std::size_t allocatedBytes()
-{
-    return __sanitizer_get_current_allocated_bytes != nullptr ? __sanitizer_get_current_allocated_bytes()
-                                                              : mallinfo2().uordblks;
 }
 
 std::string repeated(const std::string& text, int times)
