@@ -126,6 +126,15 @@ TEST(RegularExpression, ThatAnOperatorMayNeedIsValid)
         << "basic, where these are characters";
 }
 
+TEST(RegularExpression, EndsAtAZeroByte)
+{
+    const std::string unaffordable = "(((a{1,255}){1,255}){1,255})";
+    const RegularExpression expression("^a$" + std::string(1, '\0') + unaffordable,
+                                       ExtendedWithoutSubMatches);
+    EXPECT_TRUE(expression.match("a", 0));
+    EXPECT_FALSE(RegularExpression("^a\x01" + unaffordable, ExtendedWithoutSubMatches).isExpressionValid());
+}
+
 TEST(RegularExpression, KeepsLittleOfManyTexts)
 {
     const RegularExpression expression("^(a|b)*a(a|b){20}x$", ExtendedWithoutSubMatches);

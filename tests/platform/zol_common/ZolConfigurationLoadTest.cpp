@@ -1,9 +1,13 @@
 #include "ConfigurationQuery.h"
+#include "support/ChildProcess.h"
 #include "support/TemporaryTree.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -227,7 +231,43 @@ TEST(ConfigurationLoad, LeavesNoFileOpen)
     EXPECT_NE(failureOfLoading(configuration, tree.file("large.xml", std::string(300'000, 'x'))),
               "nothing thrown");
     EXPECT_NE(failureOfLoading(configuration, tree.path()), "nothing thrown");
+    ASSERT_EQ(mkfifo(tree.path("pipe").c_str(), 0600), 0);
+    EXPECT_NE(failureOfLoading(configuration, tree.path("pipe")), "nothing thrown");
     EXPECT_EQ(tree.openDescriptors(), 0);
+}
+
+TEST(ConfigurationLoad, ReadsAFileWhereStandardInputIsClosed)
+{
+    const TemporaryTree tree;
+    const std::string path = tree.file("document.xml", "<value>text</value>");
+    const zoltest::ChildOutcome outcome = zoltest::runInChild([&path] {
+        close(STDIN_FILENO);
+        ZolConfiguration configuration;
+        configuration.load(path);
+        return textsOf(configuration, "value") == std::vector<std::string>{"text"} ? 0 : 1;
+    });
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.standardError;
+}
+
+long mostKilobytes()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+TEST(ConfigurationLoad, ReadsNoMoreOfALargeFileThanItTakesToRefuseIt)
+{
+    const TemporaryTree tree;
+    const std::string path = tree.file("large.xml");
+    std::filesystem::resize_file(path, 128U << 20U);
+    const zoltest::ChildOutcome outcome = zoltest::runInChild([&path] {
+        ZolConfiguration configuration;
+        const long before = mostKilobytes();
+        const bool isRefused = failureOfLoading(configuration, path).ends_with("is larger than 262144 bytes");
+        return isRefused && mostKilobytes() < before + (64 << 10) ? 0 : 1;
+    });
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.standardError;
 }
 
 TEST(ConfigurationLoad, RefusesAttributesThatADeclarationRepeats)
