@@ -16,7 +16,9 @@ TEST(ThreadLock, InStaticStorageLetsOneThreadInAtATime)
         for (int step = 0; step < 10'000; ++step)
         {
             const std::scoped_lock guard(staticLock);
-            count = count + 1;
+            const long before = count;
+            std::this_thread::yield();
+            count = before + 1;
         }
     });
     EXPECT_EQ(count, 40'000);
