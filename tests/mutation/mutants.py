@@ -15,8 +15,8 @@ import time
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-import sandbox
-from points import FOLDERS, find_points
+from points import find_points
+from sandbox import World
 from schemata import render
 
 HERE = Path(__file__).resolve().parent
@@ -153,9 +153,10 @@ class Build:
 class Tests:
     """The tests of the mutated build and which mutants each of them reaches."""
 
-    def __init__(self, build, scratch, jobs):
+    def __init__(self, build, world, jobs):
+        self.world = world
         self.bin = build.folder / "bin"
-        self.records = scratch / "records"
+        self.records = world.folder / "records"
         self.jobs = jobs
         self.seconds = {}
         self.reaching = {}
@@ -164,7 +165,7 @@ class Tests:
 
     def names(self):
         for program in PROGRAMS:
-            listed = sandbox.run([self.bin / program, "--gtest_list_tests"], 60, self.environment)
+            listed = self.world.run([self.bin / program, "--gtest_list_tests"], 60, self.environment)
             suite = ""
             for line in listed.output.splitlines():
                 name = line.split("#")[0].rstrip()
@@ -195,7 +196,7 @@ class Tests:
 
     def run(self, program, names, seconds, environment):
         command = [self.bin / program, f"--gtest_filter={':'.join(names)}", "--gtest_fail_fast"]
-        return sandbox.run(command, seconds, {**self.environment, **environment})
+        return self.world.run(command, seconds, {**self.environment, **environment})
 
     def kill(self, number):
         """What kills the mutant, or nothing. Tests that reach few places know most of theirs."""
@@ -233,7 +234,9 @@ def main():
     arguments = parse_arguments()
     begin = time.monotonic()
     arguments.scratch.mkdir(parents=True, exist_ok=True)
-    impossible = sandbox.is_possible(arguments.scratch)
+    scratch = arguments.scratch.resolve()
+    world = World(scratch)
+    impossible = world.why_not()
     if impossible:
         print(f"skipped: {impossible}")
         return SKIPPED
@@ -245,7 +248,6 @@ def main():
     left_out = sum(source.left_out for source in sources.values())
     say(f"{len(mutants)} mutants possible, {left_out} constants of the compiler left out")
 
-    scratch = arguments.scratch.resolve()
     build = Build(scratch, arguments.jobs)
     build.copy_project(sources)
     build.write_sources(sources, mutants)
@@ -255,7 +257,7 @@ def main():
     for point in build.not_compiled:
         print(f"    {point.key}")
 
-    tests = Tests(build, scratch, arguments.jobs)
+    tests = Tests(build, world, arguments.jobs)
     for failure in tests.record():
         print(f"can't be used, fails without a mutant: {failure[:1000]}")
     say(f"{len(tests.reaching)} tests can be used")

@@ -1,5 +1,6 @@
 #include "TreeRemoval.h"
 
+#include "file_management/mo_impl/ProcessState.h"
 #include "races/SystemCalls.h"
 #include "support/ChildProcess.h"
 #include "support/TemporaryTree.h"
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sched.h>
 #include <string>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -94,9 +96,10 @@ TEST(TreeRemoval, TakesANameInTheWorkingDirectory)
     const TemporaryTree tree;
     tree.file("d/top/f");
     tree.file("d/g");
+    tree.file("d/t/f");
     const zoltest::ChildOutcome outcome = zoltest::runInChild([&tree] {
         std::filesystem::current_path(tree.path("d"));
-        return removeTree("top/") && removeTree("g") ? 0 : 1;
+        return removeTree("top/") && removeTree("g") && removeTree("t/") ? 0 : 1;
     });
     EXPECT_EQ(outcome.exitStatus, 0);
     EXPECT_THAT(tree.listing(), ElementsAre("d d"));
@@ -104,17 +107,22 @@ TEST(TreeRemoval, TakesANameInTheWorkingDirectory)
 
 TEST(TreeRemoval, EmptiesTheRootOfTheFileSystemWhichItCannotRemove)
 {
-    if (::geteuid() != 0)
-    {
-        GTEST_SKIP() << "only root may change its root";
-    }
+    constexpr int notAllowed = 2;
     const TemporaryTree tree;
     tree.file("a/f");
     const zoltest::ChildOutcome outcome = zoltest::runInChild([&tree] {
+        if (::geteuid() != 0 && ::unshare(CLONE_NEWUSER) != 0)
+        {
+            return notAllowed;
+        }
         require(::chroot(tree.path().c_str()) == 0 && ::chdir("/") == 0, "chroot");
         return removeTree("/") ? 1 : 0;
     });
-    EXPECT_EQ(outcome.exitStatus, 0);
+    if (outcome.exitStatus == notAllowed)
+    {
+        GTEST_SKIP() << "may not change its root";
+    }
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.standardError;
     EXPECT_THAT(tree.listing(), IsEmpty());
 }
 
@@ -183,6 +191,89 @@ TEST(TreeRemoval, LeavesNoHandleOpen)
         EXPECT_FALSE(removeTree(tree.path("other")));
     }
     EXPECT_EQ(tree.openDescriptors(), 0);
+}
+
+TEST(TreeRemoval, LeavesNoHandleOpenWhereStandardInputIsClosed)
+{
+    const TemporaryTree tree;
+    tree.file("top/a/f");
+    const zoltest::ChildOutcome outcome = zoltest::runInChild([&tree] {
+        ::close(STDIN_FILENO);
+        return removeTree(tree.path("top")) && ::fcntl(STDIN_FILENO, F_GETFD) == -1 ? 0 : 1;
+    });
+    EXPECT_EQ(outcome.exitStatus, 0);
+    EXPECT_THAT(tree.listing(), IsEmpty());
+}
+
+TEST(TreeRemoval, KeepsItsHandlesFromCommandsThatOtherThreadsStart)
+{
+    const TemporaryTree tree;
+    tree.file("top/a/b/f");
+    tree.file("top/g");
+    std::size_t handles = 0;
+    {
+        const SystemCalls calls([&](const SystemCalls::Call& call) {
+            if (call.name == "open")
+            {
+                return;
+            }
+            for (int number = STDERR_FILENO + 1; number < 64; ++number)
+            {
+                std::error_code notOpen;
+                const auto target =
+                    std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(number), notOpen);
+                if (target.string().starts_with(tree.path()))
+                {
+                    ++handles;
+                    EXPECT_EQ(::fcntl(number, F_GETFD), FD_CLOEXEC) << target << " before " << call.name;
+                }
+            }
+        });
+        EXPECT_TRUE(removeTree(tree.path("top")));
+    }
+    EXPECT_GT(handles, 0U);
+}
+
+TEST(TreeRemoval, RemovesFromADirectoryThatMayNotBeRead)
+{
+    const TemporaryTree tree;
+    tree.directory("closed");
+    tree.chmod("closed", 0777);
+    ASSERT_EQ(zoltest::asOrdinaryUser(tree, [&tree] { return tree.file("closed/top/a/f"); }),
+              tree.path("closed/top/a/f"));
+    tree.chmod("closed", 0333);
+    EXPECT_EQ(zoltest::asOrdinaryUser(
+                  tree, [&tree] { return removeTree(tree.path("closed/top")) ? "removed" : "not removed"; }),
+              "removed");
+}
+
+TEST(TreeRemoval, DoesNotWaitForAPipeThatTakesTheDirectorysPlace)
+{
+    const TemporaryTree tree;
+    tree.file("top/sub/f");
+    {
+        const SystemCalls calls([&tree](const SystemCalls::Call& call) {
+            if (call.name == "openat" && call.path == "sub")
+            {
+                std::filesystem::remove_all(tree.path("top/sub"));
+                require(::mkfifo(tree.path("top/sub").c_str(), 0600) == 0, "mkfifo");
+            }
+        });
+        EXPECT_FALSE(removeTree(tree.path("top")));
+    }
+    EXPECT_THAT(tree.listing(), ElementsAre("? top/sub", "d top"));
+}
+
+TEST(TreeRemoval, LeavesADirectoryThatItHasNoHandleToRead)
+{
+    const TemporaryTree tree;
+    tree.directory("top");
+    const zoltest::ChildOutcome outcome = zoltest::runInChild([&tree] {
+        allowNoMoreHandlesThan(2);
+        return removeTree(tree.path("top")) ? 1 : 0;
+    });
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.standardError;
+    EXPECT_THAT(tree.listing(), ElementsAre("d top"));
 }
 
 TEST(TreeRemoval, NeedsFourHandlesAndNoMoreStackForATreeOfAnyDepth)

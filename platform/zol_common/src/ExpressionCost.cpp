@@ -49,10 +49,9 @@ struct Part
 /// A group that isn't closed yet.
 struct Group
 {
-    Part before;         // alternatives that have ended
-    Part sequence;       // of the last alternative, without its last element
-    Part last;           // element, to which a repetition belongs
-    bool isFirst = true; // alternative
+    Part before{.canBeEmpty = false}; // alternatives that have ended
+    Part sequence;                    // of the last alternative, without its last element
+    Part last;                        // element, to which a repetition belongs
 
     void append(const Part& element)
     {
@@ -63,10 +62,9 @@ struct Group
     void endAlternative()
     {
         sequence.append(last);
-        const bool canBeEmpty = sequence.canBeEmpty || (!isFirst && before.canBeEmpty);
+        const bool canBeEmpty = sequence.canBeEmpty || before.canBeEmpty;
         before.append(sequence);
         before.canBeEmpty = canBeEmpty;
-        isFirst = false;
         sequence = last = Part();
     }
 };
@@ -85,8 +83,8 @@ struct Token
         Repetition
     };
     Kind kind;
-    std::size_t least = 1; // of a repetition
-    std::size_t most = 1;  // 0: there is no end
+    std::size_t least = 0; // of a repetition
+    std::size_t most = 0;  // 0: there is no end
 };
 
 class Scanner
@@ -171,51 +169,36 @@ private:
         return value;
     }
 
-    /// One that isn't closed is a repetition too: whether the system takes it for one doesn't matter.
+    /// One that isn't closed is a repetition too: whether the system takes it for one doesn't matter. {0}
+    /// counts as much as {0,}.
     Token interval()
     {
         const std::size_t least = number();
-        if (atEnd() || _rest.front() != ',')
-        {
-            skipIntervalEnd();
-            return {Token::Kind::Repetition, least, std::max<std::size_t>(least, 1)};
-        }
-        take();
-        const bool hasEnd = !atEnd() && std::isdigit(static_cast<unsigned char>(_rest.front())) != 0;
-        const std::size_t most = hasEnd ? std::max<std::size_t>(number(), 1) : 0;
-        skipIntervalEnd();
+        const std::size_t most = skip(",") ? number() : least;
+        skip(_isExtended ? "}" : "\\}");
         return {Token::Kind::Repetition, least, most};
-    }
-
-    void skipIntervalEnd()
-    {
-        const std::string_view end = _isExtended ? "}" : "\\}";
-        if (_rest.starts_with(end))
-        {
-            _rest.remove_prefix(end.size());
-        }
     }
 
     void skipBrackets()
     {
-        if (_rest.starts_with('^'))
+        skip("^");
+        skip("]"); // a character if it comes first
+        while (!atEnd() && !skip("]"))
         {
-            take();
-        }
-        for (bool isFirst = true; !atEnd(); isFirst = false)
-        {
-            const char character = take();
-            if (character == ']' && !isFirst)
+            if (take() == '[' && _rest.substr(0, 1).find_first_of(".:=") == 0)
             {
-                return;
-            }
-            if (character == '[' && !atEnd() && std::string_view(".:=").find(_rest.front()) < 3)
-            {
-                const char end[] = {take(), ']'};
-                const auto found = _rest.find(std::string_view(end, 2));
-                _rest.remove_prefix(found == std::string_view::npos ? _rest.size() : found + 2);
+                const std::string end = {take(), ']'};
+                _rest.remove_prefix(std::min(_rest.find(end), _rest.size()));
+                skip(end);
             }
         }
+    }
+
+    bool skip(std::string_view text)
+    {
+        const bool isNext = _rest.starts_with(text);
+        _rest.remove_prefix(isNext ? text.size() : 0);
+        return isNext;
     }
 
     std::string_view _rest;
@@ -225,21 +208,16 @@ private:
 Part repeated(const Part& part, const Token& repetition)
 {
     // the last one of an endless repetition is a loop
-    const std::size_t copies =
-        std::max<std::size_t>(repetition.most == 0 ? repetition.least : repetition.most, 1);
-    const std::size_t options =
-        repetition.most == 0 ? 1 : repetition.most - std::min(repetition.least, repetition.most);
+    const std::size_t copies = std::max<std::size_t>({repetition.least, repetition.most, 1});
+    const std::size_t options = repetition.most == 0 ? 1 : copies - repetition.least;
     Part result = part;
     result.places = limited(part.places * copies + COST_OF_OPTION * options);
-    if (copies > 1)
+    result.assertions = limited(part.assertions * copies);
+    if (copies > 1 && part.holdsRepetitions && part.canBeEmpty)
     {
-        result.assertions = limited(part.assertions * copies);
-        if (part.holdsRepetitions && part.canBeEmpty)
-        {
-            result.places = limited(result.places * COST_OF_REPETITIONS_WITHIN);
-        }
-        result.holdsRepetitions = true;
+        result.places = limited(result.places * COST_OF_REPETITIONS_WITHIN);
     }
+    result.holdsRepetitions = part.holdsRepetitions || copies > 1;
     result.canBeEmpty = part.canBeEmpty || repetition.least == 0;
     return result;
 }
@@ -284,8 +262,8 @@ ExpressionCost::ExpressionCost(const std::string& expression, int flags)
             break;
         case Token::Kind::Alternative:
             ++_variants;
-            group.append({COST_OF_ALTERNATIVE, 0, true, false});
             group.endAlternative();
+            group.before.places += COST_OF_ALTERNATIVE;
             break;
         case Token::Kind::Repetition:
             _variants += token.most == 0 || token.least != token.most ? 1 : 0;

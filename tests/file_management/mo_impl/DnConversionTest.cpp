@@ -151,6 +151,13 @@ TEST(DnConversion, InternalRootMayEndInASlashOrBeTheWholeDisk)
     EXPECT_EQ(pathOf(fileGroup("a"), "/"), "directory /a/");
 }
 
+TEST(DnConversion, WithoutAnInternalRootStartsAtTheWholeDisk)
+{
+    EXPECT_EQ(pathOf(fileM, ""), "directory /");
+    EXPECT_EQ(pathOf(fileGroup("a"), ""), "directory /a/");
+    EXPECT_EQ(pathOf(fileInformation("f", fileGroup("a")), ""), "file /a/f");
+}
+
 TEST(DnConversion, LeavesNoLog)
 {
     Worker worker("/fs");

@@ -73,6 +73,7 @@ TEST(LogEnvironment, ALevelThatIsNoNumberGivesLevel4AndOneLineThatSaysSo)
         ASSERT_THAT(callsOf(outcome.standardError), ElementsAre("log 4", "log 3", "log 4")) << level;
         EXPECT_EQ(logLines(outcome.standardError)[0].text,
                   "ZOL_LOG_LEVEL is \"" + level + "\", not a number from 0 on: level 4 is used");
+        EXPECT_EQ(logLines(outcome.standardError)[0].place, "LoggingWrapper");
     }
 }
 

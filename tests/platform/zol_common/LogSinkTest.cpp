@@ -107,6 +107,15 @@ TEST(LogSink, GetsATextOfAnyLength)
     }
 }
 
+TEST(LogSink, GetsTheFormatOfATextThatCannotBeMade)
+{
+    const RecordedLog recorded;
+    const wchar_t* const notACharacter = L"\xd800";
+    LoggingWrapper::instance().log_printf("function", 3, 1, "name %ls", notACharacter);
+    ASSERT_THAT(recorded.calls(), testing::SizeIs(1));
+    EXPECT_EQ(recorded.calls().front().text, "name %ls");
+}
+
 TEST(LogSink, ThatThrowsDoesNotTakeItsCallerDown)
 {
     int writes = 0;

@@ -1,3 +1,4 @@
+#include "AllocatedBytes.h"
 #include "ConfigurationQuery.h"
 
 #include <gmock/gmock.h>
@@ -137,6 +138,24 @@ TEST_F(ConfigurationLists, OfOneDocumentEndWhenTheNextOneIsLoaded)
     configuration.getElementsByTagName("value");
     configuration.load("<value>next</value>");
     EXPECT_THAT(textsOf(configuration, "value"), ElementsAre("next"));
+}
+
+TEST_F(ConfigurationLists, TakeNoMemoryOnceTheirDocumentIsGone)
+{
+    std::string document = "<root>";
+    for (int i = 0; i < 1000; ++i)
+    {
+        document += "<value/>";
+    }
+    document += "</root>";
+    const std::size_t before = zoltest::allocatedBytes();
+    for (int i = 0; i < 100; ++i)
+    {
+        configuration.load(document);
+        configuration.getElementsByTagName("value");
+    }
+    configuration.unload();
+    EXPECT_LT(zoltest::allocatedBytes(), before + 400'000);
 }
 
 } // namespace

@@ -218,6 +218,18 @@ TEST(ConfigurationLoad, RefusesWhatIsNoFileWithoutWaitingForIt)
     }
 }
 
+TEST(ConfigurationLoad, LeavesNoFileOpen)
+{
+    const TemporaryTree tree;
+    ZolConfiguration configuration;
+    configuration.load(tree.file("document.xml", "<value/>"));
+    EXPECT_NE(failureOfLoading(configuration, tree.file("other.xml", "<value>")), "nothing thrown");
+    EXPECT_NE(failureOfLoading(configuration, tree.file("large.xml", std::string(300'000, 'x'))),
+              "nothing thrown");
+    EXPECT_NE(failureOfLoading(configuration, tree.path()), "nothing thrown");
+    EXPECT_EQ(tree.openDescriptors(), 0);
+}
+
 TEST(ConfigurationLoad, RefusesAttributesThatADeclarationRepeats)
 {
     std::string elements;
