@@ -28,7 +28,9 @@ else()
 endif()
 
 if(ZOL_COVERAGE)
-    target_compile_options(zol_build_settings INTERFACE --coverage)
+    # Tests are in the libraries with several threads, which lose counts of each other otherwise.
+    target_compile_options(zol_build_settings INTERFACE
+        --coverage $<$<NOT:$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>>:-fprofile-update=atomic>)
     target_link_options(zol_build_settings INTERFACE --coverage)
 else()
     # No path of the building machine in traces, assertions or debug information. The reports of coverage need it.

@@ -115,8 +115,12 @@ TEST(TreeRemoval, EmptiesTheRootOfTheFileSystemWhichItCannotRemove)
         {
             return notAllowed;
         }
+        const int wholeDisk = ::open("/", O_PATH | O_DIRECTORY | O_CLOEXEC);
         require(::chroot(tree.path().c_str()) == 0 && ::chdir("/") == 0, "chroot");
-        return removeTree("/") ? 1 : 0;
+        const bool removed = removeTree("/");
+        // what a child writes at its end belongs elsewhere
+        require(::fchdir(wholeDisk) == 0 && ::chroot(".") == 0, "chroot back");
+        return removed ? 1 : 0;
     });
     if (outcome.exitStatus == notAllowed)
     {
@@ -245,6 +249,26 @@ TEST(TreeRemoval, RemovesFromADirectoryThatMayNotBeRead)
     EXPECT_EQ(zoltest::asOrdinaryUser(
                   tree, [&tree] { return removeTree(tree.path("closed/top")) ? "removed" : "not removed"; }),
               "removed");
+}
+
+TEST(TreeRemoval, StopsWhereADirectoryIsClosedWhileItIsInIt)
+{
+    const TemporaryTree tree;
+    tree.directory("open");
+    tree.chmod("open", 0777);
+    const std::string outcome = zoltest::asOrdinaryUser(tree, [&tree] {
+        tree.file("open/top/a/f");
+        const SystemCalls calls([&tree](const SystemCalls::Call& call) {
+            if (call.name == "openat" && call.path == "..")
+            {
+                tree.chmod("open/top/a", 0);
+            }
+        });
+        return removeTree(tree.path("open/top")) ? "removed" : "not removed";
+    });
+    tree.chmod("open/top/a", 0700);
+    EXPECT_EQ(outcome, "not removed");
+    EXPECT_THAT(tree.listing(), ElementsAre("d open", "d open/top", "d open/top/a"));
 }
 
 TEST(TreeRemoval, DoesNotWaitForAPipeThatTakesTheDirectorysPlace)

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -29,6 +30,10 @@ namespace
     setrlimit(RLIMIT_CORE, &noCoreFile);
     dup2(standardError, STDERR_FILENO);
     close(standardError);
+#ifdef ZOL_COVERAGE
+    // what leads to the end of the process counts as well
+    std::signal(SIGABRT, [](int) { __gcov_dump(); });
+#endif
     const int status = function();
 #ifdef ZOL_COVERAGE
     __gcov_dump();

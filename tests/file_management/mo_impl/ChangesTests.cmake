@@ -14,6 +14,7 @@ zol_test(changes_tests
         OperatorMessagesTest.cpp
         OwnerAndGroupTest.cpp
         PathCompareTest.cpp
+        ProcessState.cpp
         RemoveFileTest.cpp
         RemoveTest.cpp
         SystemFaults.cpp

@@ -213,6 +213,19 @@ TEST_F(CommitFailure, RegularFileInThePlaceOfANewDirectoryOnlyRefusesTheMode)
     EXPECT_EQ(tree.mode("f"), 0600U);
 }
 
+TEST_F(CommitFailure, LinkToNothingInThePlaceOfANewDirectoryOnlyRefusesTheMode)
+{
+    tree.link("l", tree.path("nothing"));
+    ASSERT_EQ(create("l"), 0);
+    const RecordedLog log;
+    EXPECT_EQ(worker.commit(), 0);
+    EXPECT_THAT(log.statements(),
+                ElementsAre("enter  >> ",
+                            "severity-4 Unable to modify the permissions of " + directoryText("l"),
+                            "exit  << "));
+    EXPECT_THAT(tree.listing(), ElementsAre("l l -> " + tree.path("nothing")));
+}
+
 TEST_F(CommitFailure, ParentThatCannotBeLookedAtCountsSilentlyAsOneWithoutTheSetgidBit)
 {
     tree.directory("p");

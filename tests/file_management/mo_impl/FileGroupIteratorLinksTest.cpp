@@ -4,6 +4,7 @@
 #include "WalkFixture.h"
 
 #include <cerrno>
+#include <filesystem>
 
 using namespace testing;
 
@@ -74,6 +75,30 @@ TEST_F(Links, ToAPipeAreDirectoriesWhereTheTargetHappensToBeOne)
 
     EXPECT_THAT(directoriesIn("a"), ElementsAre("a/link/"));
     EXPECT_THAT(filesIn("a"), IsEmpty());
+}
+
+TEST_F(Links, ThatStopReferringToADirectoryInBetweenAreSkipped)
+{
+    tree.directory("a");
+    makePipe(tree.path("a/pipe"));
+    tree.link("a/link", "pipe");
+    tree.directory("b/pipe");
+    const WorkingDirectory elsewhere(tree.path("b"));
+    Faults faults;
+    int looks = 0;
+    faults.readlink = [&looks](const std::string&) {
+        if (++looks == 2)
+        {
+            std::filesystem::remove("pipe");
+            makePipe("pipe");
+        }
+        return 0;
+    };
+    const RecordedLog log;
+
+    EXPECT_THAT(directoriesIn("a"), IsEmpty());
+    EXPECT_THAT(log.statements(), ElementsAre("severity-4 Link <" + tree.path("a/link") +
+                                              "> refers to a link <pipe>, treated as a file"));
 }
 
 TEST_F(Links, ToAFileAreFilesWhereTheTargetHappensToBeADirectory)

@@ -1,4 +1,5 @@
 #include "ChangesFixture.h"
+#include "ProcessState.h"
 
 #include <Poco/DirectoryIterator.h>
 
@@ -144,6 +145,17 @@ TEST_F(RemoveFile, SkipsLinks)
     EXPECT_TRUE(tree.exists("d/toDirectory"));
     EXPECT_TRUE(tree.exists("target"));
     EXPECT_FALSE(tree.exists("d/to"));
+}
+
+TEST_F(RemoveFile, SkipsALinkThatAWalkTakesForAFile)
+{
+    tree.file("d/target");
+    tree.link("d/link", "target");
+    tree.directory("elsewhere/target");
+    const zoltest::WorkingDirectory elsewhere(tree.path("elsewhere"));
+    EXPECT_EQ(removeFile(d, "link"), no);
+    EXPECT_EQ(worker.commit(), 0);
+    EXPECT_TRUE(tree.exists("d/link"));
 }
 
 TEST_F(RemoveFile, SkipsHiddenFiles)
