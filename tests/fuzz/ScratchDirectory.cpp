@@ -1,5 +1,7 @@
 #include "ScratchDirectory.h"
 
+#include "support/MemoryFolder.h"
+
 #include <filesystem>
 #include <stdexcept>
 #include <stdlib.h>
@@ -16,8 +18,7 @@ class Scratch
 {
 public:
     Scratch()
-        : path((fs::is_directory("/dev/shm") ? fs::path("/dev/shm") : fs::temp_directory_path()) /
-               "zol-fuzz-XXXXXX")
+        : path(zoltest::memoryFolder() + "/zol-fuzz-XXXXXX")
     {
         if (mkdtemp(path.data()) == nullptr)
         {

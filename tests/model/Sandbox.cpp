@@ -1,6 +1,7 @@
 #include "model/Sandbox.h"
 
 #include "model/Printable.h"
+#include "support/MemoryFolder.h"
 
 #include <algorithm>
 #include <array>
@@ -24,7 +25,6 @@ namespace
 namespace fs = std::filesystem;
 
 const mode_t MODE_OF_DIRECTORIES = 0755;
-const char* const MEMORY_FOLDER = "/dev/shm";
 
 void require(bool done, const std::string& what)
 {
@@ -197,8 +197,7 @@ void adoptBelow(const std::string& path, Disk& disk)
 } // namespace
 
 Sandbox::Sandbox()
-    : _path((access(MEMORY_FOLDER, W_OK) == 0 ? fs::path(MEMORY_FOLDER) : fs::temp_directory_path()) /
-            "zol-model-XXXXXX")
+    : _path(zoltest::memoryFolder() + "/zol-model-XXXXXX")
 {
     require(mkdtemp(_path.data()) != nullptr, "mkdtemp " + _path);
     for (const std::string& directory : {_path + "/r", internalRoot(), outside(), workingDirectory()})

@@ -4,6 +4,8 @@
 #include "races/RandomTree.h"
 #include "races/SystemCalls.h"
 #include "support/ChildProcess.h"
+#include "support/MemoryFolder.h"
+#include "support/OrdinaryUser.h"
 #include "support/TemporaryTree.h"
 
 #include <Poco/Exception.h>
@@ -12,9 +14,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <iostream>
-#include <stdexcept>
 #include <string>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -26,8 +26,6 @@ using zoltest::TemporaryTree;
 
 namespace
 {
-
-constexpr uid_t nobody = 65534;
 
 bool pocoRemoves(const std::string& path)
 {
@@ -69,15 +67,6 @@ Outcome outcomeFor(unsigned int seed, const std::string& folder, Remove remove)
     return outcome;
 }
 
-// Permission bits are to count.
-void becomeNobody()
-{
-    if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0))
-    {
-        throw std::runtime_error("can't become another user");
-    }
-}
-
 int attempts(const std::function<void(const std::string&)>& remove, const TemporaryTree& tree)
 {
     int count = 0;
@@ -98,7 +87,7 @@ int attempts(const std::function<void(const std::string&)>& remove, const Tempor
 struct Place
 {
     const char* name;
-    const char* folder;
+    std::string folder;
     unsigned int trees;
 };
 
@@ -118,7 +107,7 @@ TEST_P(RemovalAgainstPocoOn, LeavesTheSameOfEveryRandomTree)
     const TemporaryTree tree;
     tree.chmod("", 0777);
     const zoltest::ChildOutcome outcome = zoltest::runInChild([&] {
-        becomeNobody();
+        zoltest::becomeOrdinaryUser();
         int removed = 0;
         int left = 0;
         for (unsigned int seed = 1; seed <= trees; ++seed)
@@ -142,11 +131,10 @@ TEST_P(RemovalAgainstPocoOn, LeavesTheSameOfEveryRandomTree)
     EXPECT_EQ(outcome.standardError, "");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Places, RemovalAgainstPocoOn,
-    testing::Values(Place{"Disk", "/tmp", 100},
-                    Place{"Memory", std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp", 1000}),
-    [](const auto& place) { return place.param.name; });
+INSTANTIATE_TEST_SUITE_P(Places, RemovalAgainstPocoOn,
+                         testing::Values(Place{"Disk", "/tmp", 100},
+                                         Place{"Memory", zoltest::memoryFolder(), 1000}),
+                         [](const auto& place) { return place.param.name; });
 
 TEST(RemovalAgainstPoco, StopsAtTheSameEntryOfADirectoryThatCannotBeEmptied)
 {
@@ -155,7 +143,7 @@ TEST(RemovalAgainstPoco, StopsAtTheSameEntryOfADirectoryThatCannotBeEmptied)
         const TemporaryTree tree;
         tree.chmod("", 0777);
         const zoltest::ChildOutcome outcome = zoltest::runInChild([&tree, stubborn] {
-            becomeNobody();
+            zoltest::becomeOrdinaryUser();
             const auto outcomeOf = [&](const std::function<bool(const std::string&)>& remove) {
                 for (int i = 0; i < 20; ++i)
                 {

@@ -1,12 +1,30 @@
 #include "support/FakeZolea.h"
 
+#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <sys/statvfs.h>
 
 namespace zoltest
 {
 
+namespace
+{
+
+// Memory that serves as a disk may be no place for programs.
+std::string folderForPrograms()
+{
+    struct statvfs status = {};
+    const std::string folder = std::filesystem::temp_directory_path();
+    const bool isNoPlace = statvfs(folder.c_str(), &status) == 0 && (status.f_flag & ST_NOEXEC) != 0;
+    return isNoPlace ? P_tmpdir : folder;
+}
+
+} // namespace
+
 FakeZolea::FakeZolea(const std::string& script)
+    : _folder(folderForPrograms())
 {
     if (const char* path = std::getenv("PATH"))
     {

@@ -54,7 +54,11 @@ std::string describe(const fs::directory_entry& entry, const std::string& name)
 } // namespace
 
 TemporaryTree::TemporaryTree()
-    : _root(fs::temp_directory_path() / "zol-test-XXXXXX")
+    : TemporaryTree(fs::temp_directory_path().string())
+{}
+
+TemporaryTree::TemporaryTree(const std::string& folder)
+    : _root(folder + "/zol-test-XXXXXX")
 {
     if (mkdtemp(_root.data()) == nullptr)
     {

@@ -13,6 +13,7 @@ class TemporaryTree
 {
 public:
     TemporaryTree();
+    explicit TemporaryTree(const std::string& folder); ///< below another folder
     TemporaryTree(const TemporaryTree&) = delete;
     TemporaryTree& operator=(const TemporaryTree&) = delete;
     ~TemporaryTree();

@@ -235,7 +235,8 @@ ExpressionCost::ExpressionCost(const std::string& expression, int flags)
         groups.back().append(group.before);
     };
     Scanner scanner(expression, (flags & REG_EXTENDED) != 0);
-    while (!scanner.atEnd())
+    // of groups that are too deep already there is no need to keep more
+    while (!scanner.atEnd() && _depth <= MAX_DEPTH)
     {
         const Token token = scanner.next();
         Group& group = groups.back();

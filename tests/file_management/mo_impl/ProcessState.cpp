@@ -1,22 +1,18 @@
 #include "ProcessState.h"
 
 #include "support/ChildProcess.h"
+#include "support/OrdinaryUser.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <iostream>
-#include <system_error>
-#include <unistd.h>
 
 namespace zoltest
 {
 
 namespace
 {
-
-constexpr uid_t nobody = 65534;
 
 void setVariable(const std::string& name, const std::optional<std::string>& value)
 {
@@ -27,14 +23,6 @@ void setVariable(const std::string& name, const std::optional<std::string>& valu
     else
     {
         ::unsetenv(name.c_str());
-    }
-}
-
-void dropPrivileges()
-{
-    if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0))
-    {
-        throw std::system_error(errno, std::generic_category(), "setuid");
     }
 }
 
@@ -83,7 +71,7 @@ std::string asOrdinaryUser(const TemporaryTree& tree, const std::function<std::s
 {
     tree.chmod("", 0755);
     const ChildOutcome outcome = runInChild([&] {
-        dropPrivileges();
+        becomeOrdinaryUser();
         std::cerr << function();
         return 0;
     });

@@ -4,13 +4,13 @@
 #include "engine/Refusal.h"
 #include "support/ChildProcess.h"
 #include "support/LoadedLibrary.h"
+#include "support/OrdinaryUser.h"
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
-#include <grp.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -212,12 +212,10 @@ Snapshot Expectation::after() const
 
 bool holdsForOrdinaryUser(const TemporaryTree& tree, const std::function<void()>& function)
 {
-    constexpr uid_t NOBODY = 65534;
-    const bool isRoot = geteuid() == 0;
-    require(!isRoot || chown(tree.path().c_str(), NOBODY, NOBODY) == 0, "chown");
+    const uid_t user = ordinaryUser();
+    require(user == geteuid() || chown(tree.path().c_str(), user, user) == 0, "chown");
     const auto outcome = runInChild([&] {
-        require(!isRoot || (setgroups(0, nullptr) == 0 && setgid(NOBODY) == 0 && setuid(NOBODY) == 0),
-                "setuid");
+        becomeOrdinaryUser();
         function();
         std::fflush(nullptr);
         return testing::Test::HasFailure() ? 1 : 0;

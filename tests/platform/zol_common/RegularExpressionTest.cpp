@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <regex.h>
 #include <string>
+#include <sys/resource.h>
 #include <vector>
 #include <zol/common/RegularExpression.h>
 
@@ -153,6 +154,19 @@ TEST(RegularExpression, KeepsLittleOfManyTexts)
     }
     EXPECT_LT(allocatedBytes(), before + 32'000'000U);
     EXPECT_TRUE(expression.match(repeated("a", 21) + "x", 0));
+}
+
+TEST(RegularExpression, OfMillionsOfGroupsTakesNoMoreMemoryThanItsText)
+{
+    const auto mostMemory = [] {
+        rusage usage = {};
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss;
+    };
+    const std::string groups = repeated("(", 4'000'000);
+    const auto before = mostMemory();
+    EXPECT_FALSE(RegularExpression(groups, ExtendedWithoutSubMatches).isExpressionValid());
+    EXPECT_LT(mostMemory(), before + 64 * 1024);
 }
 
 TEST(RegularExpression, MatchesOnSeveralThreadsAtOnce)
