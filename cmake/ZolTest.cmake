@@ -11,6 +11,6 @@ function(zol_test name)
         NO_PRETTY_VALUES
         DISCOVERY_TIMEOUT 60
         PROPERTIES
-            TIMEOUT 120
+            TIMEOUT 600
             ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0")
 endfunction()
