@@ -208,7 +208,7 @@ private:
 Part repeated(const Part& part, const Token& repetition)
 {
     // the last one of an endless repetition is a loop
-    const std::size_t copies = std::max<std::size_t>({repetition.least, repetition.most, 1});
+    const auto copies = std::max<std::size_t>({repetition.least, repetition.most, 1});
     const std::size_t options = repetition.most == 0 ? 1 : copies - repetition.least;
     Part result = part;
     result.places = limited(part.places * copies + COST_OF_OPTION * options);
