@@ -19,8 +19,8 @@ std::string directoryNameOf(std::string_view fileGroupValue);
 /// that the component doesn't know. That of the disk's own root is empty. Nothing is asked of the disk.
 std::string pathOfDn(std::string_view dn, const std::string& root);
 
-/// The same of the deletion of an object: before a component takes the name as it is, it
-/// tries what may stand for each "??" and takes the first that is there.
+/// The same of the deletion of an object: before a component takes the name as it is, it tries what may
+/// stand for each "??" and takes the first that is there.
 std::string pathToDelete(std::string_view dn, const std::string& root);
 
 } // namespace zolhost

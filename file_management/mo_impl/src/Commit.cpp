@@ -68,7 +68,6 @@ void createWithAncestors(const Poco::Path& directory)
     catch (const Poco::FileExistsException&)
     {
         // also a link to nothing
-        return;
     }
 }
 
