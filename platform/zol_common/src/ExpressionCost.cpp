@@ -15,14 +15,18 @@ namespace
 // More than any expression that is affordable has, and small enough to be multiplied.
 constexpr std::size_t FAR_TOO_MUCH = 1U << 20U;
 
-constexpr std::size_t MAX_PLACES = 8192;
+constexpr std::size_t MAX_COST = 32768;
+constexpr std::size_t MAX_EMPTY_STEPS = 4096;
+constexpr std::size_t MAX_EMPTY_STEPS_WITH_ASSERTIONS = 256;
 constexpr std::size_t MAX_DEPTH = 250;
 constexpr std::size_t MAX_REPEATED_ASSERTIONS = 4;
 constexpr std::size_t MAX_VARIANTS_WITH_REFERENCE = 1;
 
-constexpr std::size_t COST_OF_ALTERNATIVE = 3;
-constexpr std::size_t COST_OF_OPTION = 7;
-constexpr std::size_t COST_OF_REPETITIONS_WITHIN = 4;
+// A character that stands for itself is one.
+constexpr std::size_t COST_OF_PLACE = 4;
+constexpr std::size_t COST_OF_ALTERNATIVE = 20; // compiling takes the square of their number
+constexpr std::size_t COST_OF_OPTION = 28;
+constexpr std::size_t FACTOR_OF_REPETITIONS_WITHIN = 4;
 
 std::size_t limited(std::size_t number)
 {
@@ -32,26 +36,57 @@ std::size_t limited(std::size_t number)
 /// A part of the expression, written out.
 struct Part
 {
-    std::size_t places = 0;
+    std::size_t cost = 0;
     std::size_t assertions = 0;
-    bool canBeEmpty = true;
+    std::size_t waysThrough = 1;   // that take no character, from its beginning to its end
+    std::size_t steps = 0;         // on all ways from its beginning
+    std::size_t waysOut = 0;       // from each place in it to its end, added up
+    std::size_t allSteps = 0;      // on all ways from each place in it, added up
     bool holdsRepetitions = false; // that are counted
+    bool holdsCircles = false;     // without a character on the way
+
+    /// The place where the ways part, before the rest.
+    void addBranch()
+    {
+        steps = limited(steps + 1);
+        waysOut = limited(waysOut + waysThrough);
+        allSteps = limited(allSteps + steps);
+    }
 
     void append(const Part& other)
     {
-        places = limited(places + other.places);
+        add(other);
+        allSteps = limited(allSteps + waysOut * other.steps);
+        waysOut = limited(waysOut * other.waysThrough + other.waysOut);
+        steps = limited(steps + waysThrough * other.steps);
+        waysThrough = limited(waysThrough * other.waysThrough);
+    }
+
+    void appendAlternative(const Part& other)
+    {
+        add(other);
+        waysOut = limited(waysOut + other.waysOut);
+        steps = limited(steps + other.steps);
+        waysThrough = limited(waysThrough + other.waysThrough);
+    }
+
+private:
+    void add(const Part& other)
+    {
+        cost = limited(cost + other.cost);
         assertions = limited(assertions + other.assertions);
-        canBeEmpty = canBeEmpty && other.canBeEmpty;
+        allSteps = limited(allSteps + other.allSteps);
         holdsRepetitions = holdsRepetitions || other.holdsRepetitions;
+        holdsCircles = holdsCircles || other.holdsCircles;
     }
 };
 
 /// A group that isn't closed yet.
 struct Group
 {
-    Part before{.canBeEmpty = false}; // alternatives that have ended
-    Part sequence;                    // of the last alternative, without its last element
-    Part last;                        // element, to which a repetition belongs
+    Part before{.waysThrough = 0}; // alternatives that have ended
+    Part sequence;                 // of the last alternative, without its last element
+    Part last;                     // element, to which a repetition belongs
 
     void append(const Part& element)
     {
@@ -62,11 +97,18 @@ struct Group
     void endAlternative()
     {
         sequence.append(last);
-        const bool canBeEmpty = sequence.canBeEmpty || before.canBeEmpty;
-        before.append(sequence);
-        before.canBeEmpty = canBeEmpty;
+        before.appendAlternative(sequence);
         sequence = last = Part();
     }
+
+    Part end()
+    {
+        endAlternative();
+        before.addBranch();
+        return before;
+    }
+
+    std::size_t cost() const { return before.cost + sequence.cost + last.cost; }
 };
 
 /// One character of the expression, or an operator.
@@ -75,6 +117,7 @@ struct Token
     enum class Kind
     {
         Character,
+        Class, // of characters
         Assertion,
         Reference,
         Open,
@@ -106,7 +149,9 @@ public:
             return atEnd() ? Token{Token::Kind::Character} : escaped(take());
         case '[':
             skipBrackets();
-            return {Token::Kind::Character};
+            return {Token::Kind::Class};
+        case '.':
+            return {Token::Kind::Class};
         case '^':
         case '$':
             return {Token::Kind::Assertion};
@@ -134,6 +179,10 @@ private:
         if (std::string_view("bB<>`'").find(character) != std::string_view::npos)
         {
             return {Token::Kind::Assertion};
+        }
+        if (std::string_view("wWsS").find(character) != std::string_view::npos)
+        {
+            return {Token::Kind::Class};
         }
         return _isExtended ? Token{Token::Kind::Character} : special(character);
     }
@@ -205,20 +254,49 @@ private:
     bool _isExtended;
 };
 
+/// What can be repeated without an end: from behind it the way leads to a place before it.
+Part loop(Part part)
+{
+    part.holdsCircles = part.holdsCircles || part.waysThrough > 0;
+    part.allSteps = limited(part.allSteps + part.waysOut * (1 + part.steps));
+    part.waysThrough = 1;
+    part.addBranch();
+    return part;
+}
+
+/// Copies of which each can be left out with all behind it.
+Part optional(const Part& part, std::size_t copies)
+{
+    Part result;
+    for (; copies > 0; --copies)
+    {
+        Part longer = part;
+        longer.append(result);
+        ++longer.waysThrough;
+        longer.addBranch();
+        result = longer;
+    }
+    return result;
+}
+
 Part repeated(const Part& part, const Token& repetition)
 {
     // the last one of an endless repetition is a loop
     const auto copies = std::max<std::size_t>({repetition.least, repetition.most, 1});
     const std::size_t options = repetition.most == 0 ? 1 : copies - repetition.least;
-    Part result = part;
-    result.places = limited(part.places * copies + COST_OF_OPTION * options);
-    result.assertions = limited(part.assertions * copies);
-    if (copies > 1 && part.holdsRepetitions && part.canBeEmpty)
+    Part result;
+    for (std::size_t count = repetition.least; count > 0 && part.steps > 0; --count)
     {
-        result.places = limited(result.places * COST_OF_REPETITIONS_WITHIN);
+        result.append(part);
+    }
+    result.append(repetition.most == 0 ? loop(part) : optional(part, options));
+    result.cost = limited(part.cost * copies + COST_OF_OPTION * options);
+    result.assertions = limited(part.assertions * copies);
+    if (copies > 1 && part.holdsRepetitions && part.waysThrough > 0)
+    {
+        result.cost = limited(result.cost * FACTOR_OF_REPETITIONS_WITHIN);
     }
     result.holdsRepetitions = part.holdsRepetitions || copies > 1;
-    result.canBeEmpty = part.canBeEmpty || repetition.least == 0;
     return result;
 }
 
@@ -228,15 +306,14 @@ ExpressionCost::ExpressionCost(const std::string& expression, int flags)
 {
     std::vector<Group> groups(1);
     const auto close = [&groups] {
-        Group group = groups.back();
-        group.endAlternative();
+        Part part = groups.back().end();
         groups.pop_back();
-        ++group.before.places;
-        groups.back().append(group.before);
+        part.cost += COST_OF_PLACE;
+        groups.back().append(part);
     };
     Scanner scanner(expression, (flags & REG_EXTENDED) != 0);
-    // of groups that are too deep already there is no need to keep more
-    while (!scanner.atEnd() && _depth <= MAX_DEPTH)
+    // what is too much already isn't looked at further
+    while (!scanner.atEnd() && _depth <= MAX_DEPTH && groups.back().cost() <= MAX_COST)
     {
         const Token token = scanner.next();
         Group& group = groups.back();
@@ -244,12 +321,16 @@ ExpressionCost::ExpressionCost(const std::string& expression, int flags)
         {
         case Token::Kind::Reference:
             _refersBack = true;
-            [[fallthrough]];
+            group.append({.cost = COST_OF_PLACE, .steps = 1, .waysOut = 1, .allSteps = 1});
+            break;
         case Token::Kind::Character:
-            group.append({1, 0, token.kind == Token::Kind::Reference, false});
+            group.append({.cost = 1, .waysThrough = 0, .steps = 1});
+            break;
+        case Token::Kind::Class:
+            group.append({.cost = COST_OF_PLACE, .waysThrough = 0, .steps = 1});
             break;
         case Token::Kind::Assertion:
-            group.append({1, 1, true, false});
+            group.append({.cost = COST_OF_PLACE, .assertions = 1, .steps = 1, .waysOut = 1, .allSteps = 1});
             break;
         case Token::Kind::Open:
             groups.emplace_back();
@@ -264,7 +345,7 @@ ExpressionCost::ExpressionCost(const std::string& expression, int flags)
         case Token::Kind::Alternative:
             ++_variants;
             group.endAlternative();
-            group.before.places += COST_OF_ALTERNATIVE;
+            group.before.cost += COST_OF_ALTERNATIVE;
             break;
         case Token::Kind::Repetition:
             _variants += token.most == 0 || token.least != token.most ? 1 : 0;
@@ -280,21 +361,24 @@ ExpressionCost::ExpressionCost(const std::string& expression, int flags)
     {
         close();
     }
-    groups.back().endAlternative();
-    _places = groups.back().before.places;
+    const Part whole = groups.back().end();
+    _cost = whole.cost;
+    _emptySteps = whole.holdsCircles ? whole.allSteps : 0;
 }
 
 bool ExpressionCost::isAffordable() const
 {
-    return _places <= MAX_PLACES && _depth <= MAX_DEPTH && _repeatedAssertions <= MAX_REPEATED_ASSERTIONS &&
+    return _cost <= MAX_COST &&
+           _emptySteps <= (_repeatedAssertions > 0 ? MAX_EMPTY_STEPS_WITH_ASSERTIONS : MAX_EMPTY_STEPS) &&
+           _depth <= MAX_DEPTH && _repeatedAssertions <= MAX_REPEATED_ASSERTIONS &&
            (!_refersBack || _variants <= MAX_VARIANTS_WITH_REFERENCE);
 }
 
 std::size_t ExpressionCost::bytesToKeep() const
 {
     constexpr std::size_t MAX_BYTES = 4096;
-    constexpr std::size_t PLACES_OF_BYTES = 1U << 21U;
-    return std::min(MAX_BYTES, PLACES_OF_BYTES / std::max<std::size_t>(_places, 1));
+    constexpr std::size_t COST_OF_BYTES = 1U << 23U;
+    return std::min(MAX_BYTES, COST_OF_BYTES / std::max<std::size_t>(_cost, 1));
 }
 
 } // namespace Zol

@@ -19,12 +19,19 @@ public:
     /// After so many bytes of text what matching has kept should be dropped.
     std::size_t bytesToKeep() const;
 
-    /// Places in the expression once its repetitions are written out, those that can be left out counting
-    /// more.
-    std::size_t places() const { return _places; }
+    /// Characters of the expression once its repetitions are written out; what isn't a character that stands
+    /// for itself counts more, and what can be left out most. No more than a lower bound where it isn't
+    /// affordable.
+    std::size_t value() const { return _cost; }
+
+    /// Steps on all the ways that take no character, from each place in the expression, if one leads in a
+    /// circle: the system goes each of them then, and twenty groups like (a?b?)? have a million. 0 if none
+    /// does.
+    std::size_t emptySteps() const { return _emptySteps; }
 
 private:
-    std::size_t _places = 0;
+    std::size_t _cost = 0;
+    std::size_t _emptySteps = 0;
     std::size_t _depth = 0;              // of groups
     std::size_t _repeatedAssertions = 0; // such as ^, in what is repeated
     std::size_t _variants = 0;           // repetitions and alternatives as they are written
