@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Changes the component and its companion in one place at a time and sees whether a test fails.
 
 All mutants are in one build, each behind a switch that an environment variable throws. A first run of every test

@@ -18,7 +18,9 @@ constexpr std::size_t FAR_TOO_MUCH = 1U << 20U;
 constexpr std::size_t MAX_COST = 32768;
 constexpr std::size_t MAX_EMPTY_STEPS = 4096;
 constexpr std::size_t MAX_EMPTY_STEPS_WITH_ASSERTIONS = 256;
+constexpr std::size_t MAX_JOINS = 32;
 constexpr std::size_t MAX_DEPTH = 250;
+constexpr std::size_t MAX_ASSERTIONS = 8;
 constexpr std::size_t MAX_REPEATED_ASSERTIONS = 4;
 constexpr std::size_t MAX_VARIANTS_WITH_REFERENCE = 1;
 
@@ -26,6 +28,7 @@ constexpr std::size_t MAX_VARIANTS_WITH_REFERENCE = 1;
 constexpr std::size_t COST_OF_PLACE = 4;
 constexpr std::size_t COST_OF_ALTERNATIVE = 20; // compiling takes the square of their number
 constexpr std::size_t COST_OF_OPTION = 28;
+constexpr std::size_t COST_OF_EMPTY_GROUP = 64; // compiling takes the square of their number as well
 constexpr std::size_t FACTOR_OF_REPETITIONS_WITHIN = 4;
 
 std::size_t limited(std::size_t number)
@@ -38,6 +41,7 @@ struct Part
 {
     std::size_t cost = 0;
     std::size_t assertions = 0;
+    std::size_t joins = 0;         // where ways that take no character come together again
     std::size_t waysThrough = 1;   // that take no character, from its beginning to its end
     std::size_t steps = 0;         // on all ways from its beginning
     std::size_t waysOut = 0;       // from each place in it to its end, added up
@@ -65,15 +69,20 @@ struct Part
     void appendAlternative(const Part& other)
     {
         add(other);
+        addJoin(other);
         waysOut = limited(waysOut + other.waysOut);
         steps = limited(steps + other.steps);
         waysThrough = limited(waysThrough + other.waysThrough);
     }
 
+    /// Of the ways through this part with those through another one.
+    void addJoin(const Part& other) { joins += waysThrough > 0 && other.waysThrough > 0 ? 1 : 0; }
+
 private:
     void add(const Part& other)
     {
         cost = limited(cost + other.cost);
+        joins = limited(joins + other.joins);
         assertions = limited(assertions + other.assertions);
         allSteps = limited(allSteps + other.allSteps);
         holdsRepetitions = holdsRepetitions || other.holdsRepetitions;
@@ -272,6 +281,7 @@ Part optional(const Part& part, std::size_t copies)
     {
         Part longer = part;
         longer.append(result);
+        longer.addJoin(Part());
         ++longer.waysThrough;
         longer.addBranch();
         result = longer;
@@ -291,7 +301,6 @@ Part repeated(const Part& part, const Token& repetition)
     }
     result.append(repetition.most == 0 ? loop(part) : optional(part, options));
     result.cost = limited(part.cost * copies + COST_OF_OPTION * options);
-    result.assertions = limited(part.assertions * copies);
     if (copies > 1 && part.holdsRepetitions && part.waysThrough > 0)
     {
         result.cost = limited(result.cost * FACTOR_OF_REPETITIONS_WITHIN);
@@ -308,7 +317,7 @@ ExpressionCost::ExpressionCost(const std::string& expression, int flags)
     const auto close = [&groups] {
         Part part = groups.back().end();
         groups.pop_back();
-        part.cost += COST_OF_PLACE;
+        part.cost += part.cost == 0 ? COST_OF_EMPTY_GROUP : COST_OF_PLACE;
         groups.back().append(part);
     };
     Scanner scanner(expression, (flags & REG_EXTENDED) != 0);
@@ -363,6 +372,8 @@ ExpressionCost::ExpressionCost(const std::string& expression, int flags)
     }
     const Part whole = groups.back().end();
     _cost = whole.cost;
+    _joins = whole.joins;
+    _assertions = whole.assertions;
     _emptySteps = whole.holdsCircles ? whole.allSteps : 0;
 }
 
@@ -370,7 +381,8 @@ bool ExpressionCost::isAffordable() const
 {
     return _cost <= MAX_COST &&
            _emptySteps <= (_repeatedAssertions > 0 ? MAX_EMPTY_STEPS_WITH_ASSERTIONS : MAX_EMPTY_STEPS) &&
-           _depth <= MAX_DEPTH && _repeatedAssertions <= MAX_REPEATED_ASSERTIONS &&
+           _joins <= MAX_JOINS && _depth <= MAX_DEPTH && _assertions <= MAX_ASSERTIONS &&
+           _repeatedAssertions <= MAX_REPEATED_ASSERTIONS &&
            (!_refersBack || _variants <= MAX_VARIANTS_WITH_REFERENCE);
 }
 

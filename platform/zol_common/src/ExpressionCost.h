@@ -32,8 +32,10 @@ public:
 private:
     std::size_t _cost = 0;
     std::size_t _emptySteps = 0;
+    std::size_t _joins = 0;              // of ways that take no character
     std::size_t _depth = 0;              // of groups
-    std::size_t _repeatedAssertions = 0; // such as ^, in what is repeated
+    std::size_t _assertions = 0;         // such as ^
+    std::size_t _repeatedAssertions = 0; // in what is repeated
     std::size_t _variants = 0;           // repetitions and alternatives as they are written
     bool _refersBack = false;
 };

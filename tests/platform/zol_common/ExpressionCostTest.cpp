@@ -60,13 +60,22 @@ TEST(ExpressionCost, OfAClassAnAssertionAReferenceOrAGroupIsFour)
         {"^a$", 9},
         {"a\\b", 5},
         {"\\1", 4},
-        {"()", 4},
         {"(a)", 5},
         {"((a)b)c", 11},
         {"(a", 5},
         {"((a", 9},
         {"a)b", 2},
         {"(a))b", 6},
+    });
+}
+
+TEST(ExpressionCost, OfAnEmptyGroupIs64)
+{
+    expectCosts({
+        {"()", 64},
+        {"(())", 68},
+        {"(|)", 24},
+        {"a()b", 66},
     });
 }
 
@@ -250,6 +259,33 @@ TEST(ExpressionCost, IsAffordableUpTo250GroupsInEachOther)
     EXPECT_FALSE(isAffordable(repeated("(", 251)));
     EXPECT_TRUE(isAffordable(repeated("(a)", 300)));
     EXPECT_TRUE(isAffordable(repeated("\\(", 300)));
+}
+
+TEST(ExpressionCost, IsAffordableUpTo32PlacesWhereWaysThatTakeNoCharacterMeet)
+{
+    for (const std::string way : {"(a?b?)?", "(a?|b?)", "(^|b?)", "(a*)?"})
+    {
+        const std::string rest = way == "(^|b?)" ? "(a?)?" : way;
+        EXPECT_TRUE(isAffordable("^" + way + repeated(rest, 31) + "$")) << way;
+        EXPECT_FALSE(isAffordable("^" + way + repeated(rest, 32) + "$")) << way;
+    }
+    EXPECT_TRUE(isAffordable("(a?){2,34}"));
+    EXPECT_FALSE(isAffordable("(a?){2,35}"));
+    EXPECT_TRUE(isAffordable("(a?|b|){16}(a?|b?|){8}"));
+    EXPECT_FALSE(isAffordable("(a?|b|){17}(a?|b?|){8}"));
+    EXPECT_TRUE(isAffordable("(ab?)?(a|b){100}" + repeated("(ab?)?", 100) + repeated("(a?b?)", 100)))
+        << "one way each";
+}
+
+TEST(ExpressionCost, IsAffordableUpToEightAssertions)
+{
+    for (const std::string assertion : {"^", "$", "\\b", "\\B", "\\<", "\\>", "\\`", "\\'"})
+    {
+        EXPECT_TRUE(isAffordable(repeated("a" + assertion, 8))) << assertion;
+        EXPECT_FALSE(isAffordable(repeated("a" + assertion, 9))) << assertion;
+    }
+    EXPECT_TRUE(isAffordable("(^){4}(^){4}"));
+    EXPECT_FALSE(isAffordable("(^){4}(^){4}^"));
 }
 
 TEST(ExpressionCost, IsAffordableUpToFourRepeatedAssertions)
