@@ -291,15 +291,16 @@ Part optional(const Part& part, std::size_t copies)
 
 Part repeated(const Part& part, const Token& repetition)
 {
-    // the last one of an endless repetition is a loop
-    const auto copies = std::max<std::size_t>({repetition.least, repetition.most, 1});
-    const std::size_t options = repetition.most == 0 ? 1 : copies - repetition.least;
+    // an endless repetition is a loop behind the copies
+    const bool isEndless = repetition.most == 0;
+    const std::size_t copies = isEndless ? repetition.least + 1 : std::max(repetition.least, repetition.most);
+    const std::size_t options = isEndless ? 1 : copies - repetition.least;
     Part result;
     for (std::size_t count = repetition.least; count > 0 && part.steps > 0; --count)
     {
         result.append(part);
     }
-    result.append(repetition.most == 0 ? loop(part) : optional(part, options));
+    result.append(isEndless ? loop(part) : optional(part, options));
     result.cost = limited(part.cost * copies + COST_OF_OPTION * options);
     if (copies > 1 && part.holdsRepetitions && part.waysThrough > 0)
     {

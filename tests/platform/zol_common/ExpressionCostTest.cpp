@@ -121,9 +121,9 @@ TEST(ExpressionCost, OfABracketExpressionIsThatOfAClassWhateverIsInIt)
 TEST(ExpressionCost, OfARepetitionIsThatOfItsCopiesAnd28ForEachThatCanBeLeftOut)
 {
     expectCosts({
-        {"a*", 29},        {"a+", 29},        {"a?", 29},      {"a{1}", 1},      {"a{3}", 3},
-        {"a{12}b", 13},    {"a{0}", 29},      {"a{2,}", 30},   {"a{0,}", 29},    {"a{2,5}b", 90},
-        {"a{,3}", 87},     {"a{1,1}", 1},     {"a{3", 3},      {"a{3,", 31},     {"a{", 29},
+        {"a*", 29},        {"a+", 30},        {"a?", 29},      {"a{1}", 1},      {"a{3}", 3},
+        {"a{12}b", 13},    {"a{0}", 29},      {"a{2,}", 31},   {"a{0,}", 29},    {"a{2,5}b", 90},
+        {"a{,3}", 87},     {"a{1,1}", 1},     {"a{3", 3},      {"a{3,", 32},     {"a{", 29},
         {"ab{3}", 4},      {"a|b{3}", 24},    {"b{3}|a", 24},  {"a|*", 49},      {"(ab){3}", 18},
         {"(a|bc){2}", 54}, {"(a{2}){3}", 18}, {"(a*){3}", 99}, {"(^*){3}", 108}, {"(\\1*){3}", 108},
         {"(^){3}", 24},
@@ -148,8 +148,9 @@ TEST(ExpressionCost, OfARepetitionIsFourfoldWhereItsContentCanBeEmptyAndHoldsRep
         {"((a{2}){0,3}){2}", 848},
         {"((a{2})*){2}", 304},
         {"((a{2})?){2}", 304},
-        {"((a{2})+){2}", 76},
+        {"((a{2})+){2}", 88},
         {"((a{2})*)?", 66},
+        {"a++", 88},
     });
 }
 
@@ -234,7 +235,7 @@ TEST(ExpressionCost, OfTheBasicLanguageCountsOperatorsWithABackslash)
             {"a+b?(c|d)", 9},
             {"a{3}", 4},
             {"a*", 29},
-            {"a\\+", 29},
+            {"a\\+", 30},
             {"a\\?", 29},
             {R"(\(a\|b\))", 26},
             {"a\\{3\\}b", 4},
