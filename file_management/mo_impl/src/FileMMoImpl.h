@@ -1,5 +1,7 @@
 #pragma once
 
+#include "IteratorRegistry.h"
+
 #include <Poco/Mutex.h>
 #include <map>
 #include <string>
@@ -70,7 +72,7 @@ private:
 
     // protected by _mutex, the workers included
     std::map<unsigned long, FileMTransaction*> _transactions; // owns the workers
-    std::map<unsigned long long, unsigned long> _iterators;   // an entry can outlive its transaction
+    IteratorRegistry _iterators;                              // an entry can outlive its transaction
 
     Poco::Mutex _mutex; // recursive: the host may call back from within registerParticipant
 

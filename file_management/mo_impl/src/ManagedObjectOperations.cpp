@@ -50,7 +50,7 @@ ZolReturnT FileMMoImpl::newMoIterator(unsigned long txHandle, const char* parent
         transaction != nullptr ? transaction->newIterator(parentDn, className, iteratorId) : -2;
     if (code == 0)
     {
-        _iterators.insert({*iteratorId, txHandle});
+        _iterators.insert(*iteratorId, txHandle);
     }
     ZOL_EXIT_TRACE(" << ");
     return code;
@@ -63,9 +63,9 @@ ZolReturnT FileMMoImpl::nextMo(unsigned long long iteratorId, char** name)
     ZOL_ENTER_TRACE(" >> '%llu'", iteratorId);
     *name = nullptr;
     ZolReturnT code = -2;
-    if (const auto iterator = _iterators.find(iteratorId); iterator != _iterators.end())
+    if (const unsigned long* txHandle = _iterators.find(iteratorId); txHandle != nullptr)
     {
-        if (FileMTransaction* transaction = findTransaction(iterator->second); transaction != nullptr)
+        if (FileMTransaction* transaction = findTransaction(*txHandle); transaction != nullptr)
         {
             // a failed step looks like the end of the iteration: the host goes by the name alone
             transaction->next(iteratorId, name);

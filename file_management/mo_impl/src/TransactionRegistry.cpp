@@ -57,7 +57,7 @@ ZolReturnT FileMMoImpl::endWork(unsigned long txHandle, ZolReturnT (FileMTransac
 {
     FileMTransaction* transaction = findTransaction(txHandle);
     const ZolReturnT result = transaction != nullptr ? (transaction->*end)() : -2;
-    std::erase_if(_iterators, [txHandle](const auto& iterator) { return iterator.second == txHandle; });
+    _iterators.eraseAllOf(txHandle);
     return result;
 }
 
