@@ -36,6 +36,7 @@ struct Expression
     std::vector<Expression> parts;
     std::size_t least = 0;
     std::size_t most = 0;
+    std::size_t nested = 0; ///< repetitions in each other
 
     Positions endsFrom(const std::string& subject, const Positions& starts) const
     {
@@ -68,6 +69,12 @@ struct Expression
             return endsOfRepetition(subject, starts);
         }
         return ends;
+    }
+
+    void add(Expression part)
+    {
+        nested = std::max(nested, part.nested);
+        parts.push_back(std::move(part));
     }
 
     bool matchesWhole(const std::string& subject) const
@@ -107,13 +114,14 @@ public:
         result.kind = Expression::Kind::Alternatives;
         for (unsigned int count = 1 + _input.below(2); count > 0; --count)
         {
-            result.parts.push_back(sequence(depth));
+            result.add(sequence(depth));
             result.text += (result.text.empty() ? "" : "|") + result.parts.back().text;
         }
         return result;
     }
 
-    bool mayBeRefused() const { return _size > 40 || _repetitions > 12; }
+    /// What is repeated in what is repeated, three times over, has many ways that take no character.
+    bool mayBeRefused() const { return _size > 40 || _repetitions > 12 || _mostNested > 2; }
 
 private:
     Expression sequence(int depth)
@@ -121,7 +129,7 @@ private:
         Expression result;
         for (unsigned int count = 1 + _input.below(3); count > 0; --count)
         {
-            result.parts.push_back(element(depth));
+            result.add(element(depth));
             result.text += result.parts.back().text;
         }
         return result;
@@ -135,7 +143,7 @@ private:
         {
             Expression inner = alternatives(depth + 1);
             atom.text = "(" + inner.text + ")";
-            atom.parts.push_back(std::move(inner));
+            atom.add(std::move(inner));
         }
         else
         {
@@ -169,6 +177,8 @@ private:
     {
         ++_repetitions;
         Expression result;
+        result.nested = part.nested + 1;
+        _mostNested = std::max(_mostNested, result.nested);
         result.kind = Expression::Kind::Repetition;
         switch (_input.below(6))
         {
@@ -205,6 +215,7 @@ private:
     Input& _input;
     std::size_t _size = 0;        // how much of it there is when its repetitions are written out, at least
     std::size_t _repetitions = 0; // as they are written
+    std::size_t _mostNested = 0;  // of them in each other
 };
 
 void tryGenerated(Input& input)
