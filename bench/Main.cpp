@@ -1,81 +1,98 @@
-#include "rig/Comparison.h"
-#include "strict/StrictWay.h"
-#include "ways/FloorWay.h"
-#include "ways/LibraryWay.h"
-#include "ways/StandardWay.h"
+#include "Run.h"
+#include "other/Memory.h"
+#include "report/Document.h"
+#include "report/InnerCases.h"
+#include "ways/Library.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
+#include <fstream>
 #include <iostream>
+#include <nlohmann/json.hpp>
+#include <optional>
 
 namespace
 {
 
 using namespace zolbench;
 
-struct Options
+struct Arguments
 {
-    std::filesystem::path folder = "/dev/shm";
-    std::filesystem::path library = Library::defaultFile();
-    std::vector<std::size_t> items{10000, 100000};
-    std::size_t repetitions = 5;
-    std::vector<std::string> only;
+    Options options;
+    std::optional<int> memoryOf;
+    std::optional<std::size_t> calls;
+    std::string json;
+    std::string document;
+    std::string inner;
 };
 
-bool isWanted(const Options& options, const std::string& work)
+void report(const Arguments& arguments)
 {
-    return options.only.empty() ||
-           std::any_of(options.only.begin(), options.only.end(),
-                       [&](const std::string& part) { return work.find(part) != std::string::npos; });
+    Report report = run(arguments.options);
+    if (!arguments.inner.empty())
+    {
+        report.innerCases = readInnerCases(arguments.inner);
+    }
+    const auto tables = tablesOf(report);
+    for (const auto& [name, table] : tables)
+    {
+        std::cout << name << "\n\n" << table << '\n';
+    }
+    if (!arguments.json.empty())
+    {
+        std::ofstream(arguments.json) << toJson(report).dump(2) << '\n';
+    }
+    if (!arguments.document.empty())
+    {
+        writeTables(arguments.document, tables);
+    }
 }
 
-void run(const Options& options)
+void obey(const Arguments& arguments)
 {
-    const Stage stage(options.folder);
-    const Library library(options.library, stage.root());
-    Ways ways;
-    ways.push_back(std::make_unique<LibraryWay>(library));
-    ways.push_back(std::make_unique<FloorWay>());
-    ways.push_back(std::make_unique<StrictWay>(stage.root()));
-    ways.push_back(std::make_unique<StandardWay>());
-
-    std::vector<Outcome> outcomes;
-    for (const RowMaker& maker : rowMakers(stage))
+    const Options& options = arguments.options;
+    if (arguments.memoryOf)
     {
-        if (!isWanted(options, maker.work))
-        {
-            continue;
-        }
-        const CallsByWay calls = callsAnItem(maker.make(10000), ways);
-        for (const std::size_t items : options.items)
-        {
-            if (items <= maker.mostItems)
-            {
-                const Row row = maker.make(items);
-                outcomes.push_back(
-                    {row.work, items, measure(row, ways, options.repetitions), calls, row.goal});
-                std::cerr << row.work << ' ' << items << '\n';
-            }
-        }
+        std::cout << residentBytesAnItem(static_cast<MemoryOf>(*arguments.memoryOf), options.items.front(),
+                                         options.library, options.folder);
     }
-    print(std::cout, outcomes);
+    else if (arguments.calls)
+    {
+        printCalls(options, *arguments.calls);
+    }
+    else
+    {
+        report(arguments);
+    }
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    Options options;
-    CLI::App app("The library beside what else does the same work");
+    Arguments arguments;
+    Options& options = arguments.options;
+    options.library = Library::defaultFile();
+    options.filem = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "filem";
+
+    CLI::App app("Measures the library beside what else does the same work, in one run");
     app.add_option("--folder", options.folder, "where the trees are made")->capture_default_str();
     app.add_option("--library", options.library, "the component");
+    app.add_option("--filem", options.filem, "the operator's command");
     app.add_option("--items", options.items, "sizes of the trees")->delimiter(',')->capture_default_str();
-    app.add_option("--repetitions", options.repetitions)->capture_default_str();
-    app.add_option("--only", options.only, "rows whose names hold one of these texts")->delimiter(',');
+    app.add_flag("--large", options.large, "also a million");
+    app.add_option("--repetitions", options.repetitions)->check(CLI::PositiveNumber)->capture_default_str();
+    app.add_option("--only", options.only,
+                   "rows whose names hold one of these texts; also threads, memory, neighbours, filem")
+        ->delimiter(',');
+    app.add_option("--calls", arguments.calls, "just tells the library's system calls for so many items");
+    app.add_option("--json", arguments.json, "file that gets the figures");
+    app.add_option("--document", arguments.document, "document in which the tables are replaced");
+    app.add_option("--inner", arguments.inner, "what zol_bench_inner has written");
+    app.add_option(memoryOption, arguments.memoryOf)->group(""); // for its own use
     CLI11_PARSE(app, argc, argv);
     try
     {
-        run(options);
+        obey(arguments);
         return 0;
     }
     catch (const std::exception& failure)

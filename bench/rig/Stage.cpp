@@ -3,8 +3,6 @@
 #include "ways/DirectoryHandle.h"
 #include "ways/Require.h"
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <iterator>
 #include <sys/stat.h>
@@ -14,15 +12,6 @@ namespace zolbench
 
 namespace
 {
-
-const std::string fileM = "ManagedElement=1,SystemFunctions=1,FileM=1";
-
-std::string numbered(const char* form, std::size_t number)
-{
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), form, number);
-    return text.data();
-}
 
 std::size_t entriesIn(const std::string& path)
 {
@@ -43,59 +32,6 @@ Stage::~Stage()
 {
     std::error_code ignored;
     std::filesystem::remove_all(_root, ignored);
-}
-
-Task Stage::in(const std::string& directory) const
-{
-    Task task;
-    task.dn = fileM + ",FileGroup=" + directory;
-    task.path = _root + '/' + directory;
-    task.expression = ".*";
-    return task;
-}
-
-Task Stage::files(std::size_t number) const
-{
-    Task task = in("files");
-    for (std::size_t i = 0; i < number; ++i)
-    {
-        const std::string name = numbered("file%07zu.log", i);
-        task.items.push_back({"", name, task.dn + ",FileInformation=" + name, task.path + '/' + name});
-    }
-    return task;
-}
-
-Task Stage::directories(std::size_t number) const
-{
-    Task task = in("directories");
-    for (std::size_t i = 0; i < number; ++i)
-    {
-        const std::string name = numbered("directory%07zu", i);
-        task.items.push_back({task.dn, name, "", task.path + '/' + name});
-    }
-    return task;
-}
-
-Task Stage::chains(std::size_t number, std::size_t depth) const
-{
-    Task task = in("chains");
-    Item last;
-    for (std::size_t i = 0; i < number; ++i)
-    {
-        const bool isTop = i % depth == 0;
-        last.parentDn = isTop ? task.dn : last.parentDn + ",FileGroup=" + last.name;
-        last.name = isTop ? numbered("chain%07zu", i / depth) : "d";
-        last.path = (isTop ? task.path : last.path) + '/' + last.name;
-        task.items.push_back(last);
-    }
-    return task;
-}
-
-Task Stage::transactions(std::size_t number) const
-{
-    Task task;
-    task.items.resize(number);
-    return task;
 }
 
 void Stage::fill(const Task& task) const

@@ -19,20 +19,12 @@ public:
 
     const std::string& root() const { return _root; }
 
-    // What a task is about. Nothing of it is on disk yet.
-    Task files(std::size_t number) const;                     ///< in one directory
-    Task directories(std::size_t number) const;               ///< in one directory
-    Task chains(std::size_t number, std::size_t depth) const; ///< each directory in the one before it
-    Task transactions(std::size_t number) const;
-
     // On disk, where it isn't so already.
     void fill(const Task& task) const;  ///< the directory holds just the files, each of a size of its own
     void make(const Task& task) const;  ///< it holds just the directories
     void empty(const Task& task) const; ///< it holds nothing
 
 private:
-    Task in(const std::string& directory) const;
-
     std::string _root;
 };
 

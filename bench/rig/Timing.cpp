@@ -1,7 +1,11 @@
 #include "rig/Timing.h"
 
+#include "rig/ProcessorClock.h"
+
 #include <algorithm>
 #include <chrono>
+#include <functional>
+#include <iterator>
 #include <optional>
 
 namespace zolbench
@@ -10,16 +14,30 @@ namespace zolbench
 namespace
 {
 
-std::optional<double> measureOnce(const Row& row, Way& way)
+struct Sample
 {
-    using Clock = std::chrono::steady_clock;
+    double processor;
+    double wall;
+};
+
+template<class Clock>
+double nanosecondsSince(std::chrono::time_point<Clock> begin)
+{
+    return std::chrono::duration<double, std::nano>(Clock::now() - begin).count();
+}
+
+std::optional<Sample> measureOnce(const Row& row, Way& way)
+{
     try
     {
         row.prepare(way);
-        const auto begin = Clock::now();
+        const auto begin = std::chrono::steady_clock::now();
+        const auto processorBegin = ProcessorClock::now();
         (way.*row.perform)(row.task, nullptr);
-        const std::chrono::duration<double, std::nano> time = Clock::now() - begin;
-        return time.count() / static_cast<double>(row.task.items.size());
+        const double processor = nanosecondsSince(processorBegin);
+        const double wall = nanosecondsSince(begin);
+        const auto items = static_cast<double>(row.task.items.size());
+        return Sample{processor / items, wall / items};
     }
     catch (const NotOffered&)
     {
@@ -29,17 +47,18 @@ std::optional<double> measureOnce(const Row& row, Way& way)
 
 } // namespace
 
-Times measure(const Row& row, const Ways& ways, std::size_t repetitions)
+RowTimes measure(const Row& row, std::span<const std::unique_ptr<Way>> ways, std::size_t repetitions)
 {
-    Times times;
+    RowTimes times;
     for (std::size_t repetition = 0; repetition < repetitions; ++repetition)
     {
         for (std::size_t i = 0; i < ways.size(); ++i)
         {
             Way& way = *ways[(i + repetition) % ways.size()];
-            if (const auto time = measureOnce(row, way))
+            if (const auto sample = measureOnce(row, way))
             {
-                times[way.name()].push_back(*time);
+                times.processor[way.name()].push_back(sample->processor);
+                times.wall[way.name()].push_back(sample->wall);
             }
         }
     }

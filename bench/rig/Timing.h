@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace zolbench
@@ -11,13 +12,19 @@ namespace zolbench
 
 using Ways = std::vector<std::unique_ptr<Way>>;
 
-/// The times of a row by way, one for each repetition, in nanoseconds an item. A way that doesn't do the work
-/// has none.
+/// Times by way, one for each repetition. A way that doesn't do the work has none.
 using Times = std::map<std::string, std::vector<double>>;
+
+/// What a row took, in nanoseconds an item.
+struct RowTimes
+{
+    Times processor; ///< of this process alone
+    Times wall;
+};
 
 /// Measures each way in each repetition, beginning with another one each time, so that what else the machine
 /// does meets all of them.
-Times measure(const Row& row, const Ways& ways, std::size_t repetitions);
+RowTimes measure(const Row& row, std::span<const std::unique_ptr<Way>> ways, std::size_t repetitions);
 
 double median(std::vector<double> values);
 

@@ -5,7 +5,6 @@
 #include "ways/DirectoryRead.h"
 
 #include <algorithm>
-#include <cstring>
 #include <ctime>
 #include <sys/stat.h>
 #include <vector>
@@ -15,13 +14,6 @@ namespace zolbench
 
 namespace
 {
-
-struct File
-{
-    std::string name;
-    std::uint64_t size;
-    std::time_t time;
-};
 
 void append(std::string& text, int number, int digits)
 {
@@ -50,104 +42,25 @@ std::string_view extensionOf(std::string_view name)
     return dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);
 }
 
-ZolMoAttributeValueContainer_3* newContainer(ZolOamSpiMoAttributeType_3 type, std::size_t count)
-{
-    return new ZolMoAttributeValueContainer_3{type, static_cast<std::uint32_t>(count),
-                                              count == 0 ? nullptr : new ZolMoAttributeValue_3[count]};
-}
-
-ZolMoAttributeStructMember* newMember(const char* name, ZolOamSpiMoAttributeType_3 type,
-                                      ZolMoAttributeStructMember* next)
-{
-    return new ZolMoAttributeStructMember{::strdup(name), newContainer(type, 1), next};
-}
-
-ZolMoAttributeStructMember* newTextMember(const char* name, std::string_view text,
-                                          ZolMoAttributeStructMember* next)
-{
-    auto* const member = newMember(name, attrTypeString, next);
-    member->memberValue->values[0].stringValue = ::strndup(text.data(), text.size());
-    return member;
-}
-
-ZolMoAttributeStructMember* newRecord(const File& file)
-{
-    auto* const size = newMember("size", attrTypeUint, nullptr);
-    size->memberValue->values[0].uintValue = file.size;
-    auto* const type = newTextMember("fileType", extensionOf(file.name), size);
-    auto* const time = newTextMember("modificationTime", timeText(file.time), type);
-    return newTextMember("fileName", file.name, time);
-}
-
-void release(ZolMoAttributeValueContainer_3* container);
-
-void releaseRecord(ZolMoAttributeStructMember* member)
-{
-    while (member != nullptr)
-    {
-        auto* const next = member->nextMember;
-        ::free(member->memberName);
-        release(member->memberValue);
-        delete member;
-        member = next;
-    }
-}
-
-void release(ZolMoAttributeValueContainer_3* container)
-{
-    for (std::uint32_t i = 0; i < container->nrOfValues; ++i)
-    {
-        if (container->valueType == attrTypeStruct)
-        {
-            releaseRecord(container->values[i].structValue);
-        }
-        else if (container->valueType == attrTypeString)
-        {
-            ::free(container->values[i].stringValue);
-        }
-    }
-    delete[] container->values;
-    delete container;
-}
-
-std::vector<File> readFiles(const std::string& path)
-{
-    const DirectoryHandle directory(path);
-    std::vector<File> files;
-    readDirectory(directory.number(), [&](const char* name, unsigned char) {
-        struct stat status
-        {};
-        require(::fstatat(directory.number(), name, &status, 0) == 0, name);
-        if (S_ISREG(status.st_mode) && !isMarker(name))
-        {
-            files.push_back({name, static_cast<std::uint64_t>(status.st_size), status.st_ctime});
-        }
-    });
-    std::sort(files.begin(), files.end(),
-              [](const File& left, const File& right) { return left.name < right.name; });
-    return files;
-}
-
 } // namespace
 
-ZolMoAttributeValueResult_3 strictListing(const std::string& directory)
+std::vector<ListedFile> strictFiles(const std::string& directory)
 {
-    const std::vector<File> files = readFiles(directory);
-    ::tzset();
-    auto* const container = newContainer(attrTypeStruct, files.size());
-    std::transform(files.begin(), files.end(), container->values, [](const File& file) {
-        ZolMoAttributeValue_3 value{};
-        value.structValue = newRecord(file);
-        return value;
+    const DirectoryHandle handle(directory);
+    ::tzset(); // the zone once
+    std::vector<ListedFile> files;
+    readDirectory(handle.number(), [&](const char* name, unsigned char) {
+        struct stat status
+        {};
+        require(::fstatat(handle.number(), name, &status, 0) == 0, name);
+        if (S_ISREG(status.st_mode) && !isMarker(name))
+        {
+            files.push_back({name, static_cast<std::uint64_t>(status.st_size), std::string(extensionOf(name)),
+                             timeText(status.st_ctime)});
+        }
     });
-    return {release, container};
-}
-
-ZolMoAttributeValueResult_3 strictNumber(std::int64_t number)
-{
-    auto* const container = newContainer(attrTypeInt, 1);
-    container->values[0].intValue = number;
-    return {release, container};
+    std::sort(files.begin(), files.end());
+    return files;
 }
 
 } // namespace zolbench

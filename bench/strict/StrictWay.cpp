@@ -4,11 +4,10 @@
 #include "strict/StrictNames.h"
 #include "strict/StrictWalk.h"
 #include "ways/DirectoryHandle.h"
+#include "ways/Expression.h"
 #include "ways/ListingNotes.h"
+#include "ways/Text.h"
 
-#include <cstring>
-#include <memory>
-#include <regex.h>
 #include <vector>
 
 namespace zolbench
@@ -16,8 +15,6 @@ namespace zolbench
 
 namespace
 {
-
-using Text = std::unique_ptr<char, decltype(&::free)>;
 
 bool isThere(const std::string& path)
 {
@@ -54,26 +51,6 @@ bool hasFiles(int parent, const char* name)
     return found;
 }
 
-class Expression
-{
-public:
-    explicit Expression(const std::string& text)
-    {
-        if (::regcomp(&_compiled, ("^" + text + "$").c_str(), REG_EXTENDED | REG_NOSUB) != 0)
-        {
-            throw std::runtime_error(text);
-        }
-    }
-    Expression(const Expression&) = delete;
-    Expression& operator=(const Expression&) = delete;
-    ~Expression() { ::regfree(&_compiled); }
-
-    bool matches(const char* text) const { return ::regexec(&_compiled, text, 0, nullptr, 0) == 0; }
-
-private:
-    regex_t _compiled{};
-};
-
 } // namespace
 
 StrictWay::StrictWay(std::string root)
@@ -95,7 +72,7 @@ void StrictWay::browse(const Task& task, Findings* findings)
         path += name;
         if (!isDot(name) && isPlainFile(path, name))
         {
-            names.emplace_back(::strdup(strictFileValue(name).c_str()), ::free);
+            names.push_back(copyOf(strictFileValue(name)));
             note(findings, names.back().get());
         }
     }
@@ -112,7 +89,7 @@ void StrictWay::count(const Task& task, Findings* findings)
 
 void StrictWay::files(const Task& task, Findings* findings)
 {
-    const ZolMoAttributeValueResult_3 result = strictListing(strictPathOf(_root, task.dn));
+    const ZolMoAttributeValueResult_3 result = listingOf(strictFiles(strictPathOf(_root, task.dn)));
     noteListing(findings, *result.container);
     result.releaseCallback(result.container);
 }
@@ -212,7 +189,7 @@ void StrictWay::size(const Task& task, Findings* findings)
         struct stat status
         {};
         const bool isThere = ::stat(strictPathOf(_root, item.dn).c_str(), &status) == 0;
-        const ZolMoAttributeValueResult_3 result = strictNumber(isThere ? status.st_size : 0);
+        const ZolMoAttributeValueResult_3 result = numberResult(isThere ? status.st_size : 0);
         sum += static_cast<std::uint64_t>(result.container->values[0].intValue);
         result.releaseCallback(result.container);
     }

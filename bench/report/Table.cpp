@@ -1,4 +1,4 @@
-#include "rig/Table.h"
+#include "report/Table.h"
 
 #include <algorithm>
 #include <array>
@@ -8,20 +8,6 @@
 
 namespace zolbench
 {
-
-namespace
-{
-
-std::string withThousands(std::string digits)
-{
-    for (std::size_t end = digits.size(); end > 3; end -= 3)
-    {
-        digits.insert(end - 3, ",");
-    }
-    return digits;
-}
-
-} // namespace
 
 Table::Table(std::vector<std::string> head)
     : _lines{std::move(head)}
@@ -59,6 +45,15 @@ std::ostream& operator<<(std::ostream& stream, const Table& table)
     stream << "|\n";
     std::for_each(table._lines.begin() + 1, table._lines.end(), print);
     return stream;
+}
+
+std::string withThousands(std::string digits)
+{
+    for (std::size_t end = digits.size(); end > 3; end -= 3)
+    {
+        digits.insert(end - 3, ",");
+    }
+    return digits;
 }
 
 std::string figure(double number)

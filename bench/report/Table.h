@@ -21,6 +21,9 @@ private:
     std::vector<std::vector<std::string>> _lines;
 };
 
+/// Digits with commas between thousands.
+std::string withThousands(std::string digits);
+
 /// The number with three digits that count, thousands marked; a dash for 0.
 std::string figure(double number);
 
