@@ -2,10 +2,10 @@
 
 #include "ways/Require.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <dirent.h>
+#include <memory>
 
 namespace zolbench
 {
@@ -20,10 +20,12 @@ inline bool isDot(const char* name)
 template<class Visit>
 void readDirectory(int directory, Visit visit)
 {
-    alignas(dirent64) std::array<char, 32768> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    // not on the stack: a visit may read what is below
+    constexpr std::size_t bufferSize = 32768;
+    const auto buffer = std::make_unique_for_overwrite<char[]>(bufferSize);
     for (;;)
     {
-        const ssize_t size = ::getdents64(directory, buffer.data(), buffer.size());
+        const ssize_t size = ::getdents64(directory, buffer.get(), bufferSize);
         require(size >= 0, "getdents64");
         if (size == 0)
         {
@@ -31,7 +33,7 @@ void readDirectory(int directory, Visit visit)
         }
         for (ssize_t at = 0; at < size;)
         {
-            const auto* entry = reinterpret_cast<const dirent64*>(buffer.data() + at);
+            const auto* entry = reinterpret_cast<const dirent64*>(buffer.get() + at);
             const char* name = static_cast<const char*>(entry->d_name);
             if (!isDot(name))
             {
