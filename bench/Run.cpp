@@ -18,18 +18,24 @@ namespace zolbench
 namespace
 {
 
-// System calls are counted on as many items at most: the count is exact, and tracing is slow.
-constexpr std::size_t tracedItems = 10000;
+// The count is exact, and tracing is slow.
+constexpr std::size_t mostTracedItems = 10000;
 
 // Above, only what is held against each other takes turns.
 constexpr std::size_t mostItemsOfAll = 100000;
 constexpr std::size_t million = 1000000;
 
-CallsByWay countCalls(const RowMaker& maker, const Ways& ways)
+std::size_t largestOf(const Options& options)
 {
+    return *std::max_element(options.items.begin(), options.items.end());
+}
+
+CallsByWay countCalls(const RowMaker& maker, const Options& options, const Ways& ways)
+{
+    const std::size_t items = std::min({mostTracedItems, maker.mostItems, largestOf(options)});
     try
     {
-        return callsAnItem(maker.make(std::min(tracedItems, maker.mostItems)), ways);
+        return callsAnItem(maker.make(items), ways);
     }
     catch (const std::system_error& failure)
     {
@@ -50,7 +56,7 @@ std::vector<std::size_t> sizesOf(const Options& options)
 
 void measureRow(const RowMaker& maker, const Options& options, const Ways& ways, Report& report)
 {
-    const CallsByWay calls = countCalls(maker, ways);
+    const CallsByWay calls = countCalls(maker, options, ways);
     for (const std::size_t items : sizesOf(options))
     {
         if (items > maker.mostItems)
@@ -80,7 +86,7 @@ void measureOthers(const Options& options, const Stage& stage, const Library& li
     if (options.wants("memory"))
     {
         std::cerr << "memory\n";
-        std::vector<std::size_t> sizes{*std::max_element(options.items.begin(), options.items.end())};
+        std::vector<std::size_t> sizes{largestOf(options)};
         if (options.large)
         {
             sizes.push_back(million);
