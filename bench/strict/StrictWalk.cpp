@@ -28,7 +28,7 @@ StrictKind strictKind(int directory, const char* name, unsigned char type)
         {};
         if (::fstatat(directory, name, &status, AT_SYMLINK_NOFOLLOW) == 0)
         {
-            type = IFTODT(status.st_mode);
+            type = static_cast<unsigned char>(IFTODT(status.st_mode));
         }
     }
     switch (type)

@@ -15,7 +15,11 @@ constexpr std::uint64_t items = 1000;
 
 // For what is asked once: to open the directory, to read its entries by the buffer, the marks of its
 // protection.
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::uint64_t onceAtMost = 60; // the sanitizers look through pipes whether memory can be read
+#else
 constexpr std::uint64_t onceAtMost = 20;
+#endif
 
 // What each item may cost.
 const std::map<std::string, std::uint64_t> bounds{
