@@ -33,7 +33,7 @@ Texts Fault::before(const std::string& at) const
 
 Texts Fault::before() const
 {
-    return before(function == Function::Readdir ? path + "/" : path);
+    return before(function == Function::Getdents ? path + "/" : path);
 }
 
 bool Rule::fits(const Fault& fault) const
@@ -72,8 +72,7 @@ bool isFileOfD(const std::string& name)
     return name == "a.txt" || name == "b";
 }
 
-std::vector<Rule> walkOfD(const std::string& root, unsigned long look,
-                          const std::function<Change(const Texts& seen)>& shortened)
+std::vector<Rule> walkOfD(const std::string& root, const std::function<Change(const Texts& seen)>& shortened)
 {
     const auto traced = [shortened](const Texts& seen) {
         Change change = shortened(seen);
@@ -81,19 +80,15 @@ std::vector<Rule> walkOfD(const std::string& root, unsigned long look,
         return Changes{change};
     };
     return {
-        // a directory that isn't there has nothing in it
-        on({Function::Stat}, "d", shortened({}), look),
-        on({Function::Opendir}, "d", [traced](const Fault&) { return traced({}); }),
-        // to POCO the end of the directory and a failure to read on look alike
-        on({Function::Readdir}, "d",
+        on({Function::Open}, "d", [traced](const Fault&) { return traced({}); }),
+        // the end of the directory and a failure to read on look alike
+        on({Function::Getdents}, "d",
            [shortened](const Fault& fault) { return Changes{shortened(fault.before())}; }),
-        on({Function::Closedir}, "d", Change{}),
+        on({Function::Close}, "d", Change{}),
         of(Caller::Component, on({Function::Lstat}, "d/*",
                                  [root](const Fault& fault) {
                                      return Changes{{.moreLog = {linkWarning(root + "/" + fault.path)}}};
                                  })),
-        of(Caller::Poco,
-           on({Function::Stat}, "d/*", [traced](const Fault& fault) { return traced(fault.before()); })),
     };
 }
 

@@ -140,9 +140,8 @@ inline const std::string NO_MEMORY = "plain Unexpected exception :std::bad_alloc
 std::string linkWarning(const std::string& path);
 
 /// The rules of a walk through the files of `d` or through its directories, of which the names of the
-/// matching entries that were seen decide. Its first look at the directory is the given one of all looks.
-std::vector<Rule> walkOfD(const std::string& root, unsigned long look,
-                          const std::function<Change(const Texts& seen)>& shortened);
+/// matching entries that were seen decide.
+std::vector<Rule> walkOfD(const std::string& root, const std::function<Change(const Texts& seen)>& shortened);
 bool isFileOfD(const std::string& name);
 
 template<class Part>

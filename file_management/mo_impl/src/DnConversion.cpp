@@ -3,15 +3,24 @@
 #include "LiteralPath.h"
 #include "LogForms.h"
 
+#include <algorithm>
+#include <string_view>
 #include <zol/common/DnUtil.h>
 #include <zol/common/MoAccessor.h>
 
 namespace ZolFileManagement
 {
 
+namespace
+{
+
+constexpr std::string_view nextFileGroup = ",FileGroup=";
+
+} // namespace
+
 bool FileMTransaction::checkDn(const char* dn)
 {
-    const std::string text = dn;
+    const std::string_view text = dn;
     // The last character that is a letter of the class name, not the last class name: a value that holds such
     // a letter is looked at from there, behind its equals sign, and passes. Hosts rely on what passes.
     const auto letter = text.find_last_of(fileGroupClassName);
@@ -34,47 +43,72 @@ bool FileMTransaction::checkDn(const char* dn)
 
 Poco::Path FileMTransaction::convertDnToPath(const char* dn)
 {
-    const std::string text = dn;
+    return literalPath(convertDnToText(dn));
+}
+
+std::string FileMTransaction::convertDnToText(const std::string& text)
+{
+    const std::string_view view = text;
+    const auto isFound = [&text](const std::string& className, std::size_t mark) {
+        return text.find(className, mark) != std::string::npos;
+    };
+    // once for all values, which are short and may be many
+    const bool mayBeEncoded = text.find('\\') != std::string::npos;
+    bool isResolved = text.find('/') == std::string::npos;
+
     std::string rel;
+    rel.reserve(text.size());
     auto mark = text.find(fileGroupClassName);
     auto equals = text.find('=', mark);
+    bool isDecoded = true;
     while (equals != std::string::npos)
     {
+        const auto end = std::min(text.find(',', equals), text.size());
+        const std::string_view value = view.substr(equals + 1, end - equals - 1);
         rel += '/';
-        const auto comma = text.find(',', equals);
-        const auto end = comma == std::string::npos ? text.size() : comma;
-        std::string value = text.substr(equals + 1, end - equals - 1);
-        if (text.find(fileGroupClassName, mark) != std::string::npos)
+        if (isDecoded && mayBeEncoded)
         {
-            reAlignWith3gppRdn(value);
-            rel += value;
+            std::string name(value);
+            reAlignWith3gppRdn(name);
+            rel += name;
         }
         else
         {
             rel += value;
-            if (text.find(fileInformationClassName, mark) == std::string::npos)
-            {
-                return literalPath(rel);
-            }
         }
-        equals = text.find('=', end);
+        if (!isDecoded && !isFound(fileInformationClassName, mark))
+        {
+            return literalPath(rel).toString();
+        }
+        isResolved = isResolved && !value.empty() && value != "." && value != "..";
+
         mark = end;
-    }
-    if (rel.empty())
-    {
-        rel += '/';
+        if (view.substr(mark).starts_with(nextFileGroup)) // mostly, and then nothing needs to be searched
+        {
+            equals = mark + nextFileGroup.size() - 1;
+            isDecoded = true;
+        }
+        else
+        {
+            equals = text.find('=', mark);
+            isDecoded = isFound(fileGroupClassName, mark);
+        }
     }
 
-    Poco::Path path = literalPath(_fileSystemRoot + rel);
-    if (Zol::DnUtil::getClass(text) == fileInformationClassName)
+    const bool isFile = Zol::DnUtil::getClass(text) == fileInformationClassName;
+    if (isResolved && !rel.empty())
     {
-        path.makeFile();
+        std::string path;
+        path.reserve(_rootDirectory.size() + rel.size());
+        path.append(_rootDirectory).append(rel, 1);
+        if (!isFile)
+        {
+            path += '/';
+        }
+        return path;
     }
-    else
-    {
-        path.makeDirectory();
-    }
-    return path;
+    Poco::Path path = literalPath(_fileSystemRoot + (rel.empty() ? "/" : rel));
+    return (isFile ? path.makeFile() : path.makeDirectory()).toString();
 }
 
 const std::string& FileMTransaction::getFileMRoot()

@@ -1,0 +1,66 @@
+#include "DirectoryEntries.h"
+
+#include <fcntl.h>
+#include <string_view>
+
+namespace ZolFileManagement
+{
+
+namespace
+{
+
+bool isDots(std::string_view name)
+{
+    return name == "." || name == "..";
+}
+
+} // namespace
+
+bool DirectoryEntries::open(const std::string& directory, std::size_t room)
+{
+    _handle = Handle(::open(directory.c_str(), O_RDONLY | O_NONBLOCK | O_DIRECTORY | O_CLOEXEC));
+    if (_handle.number() < 0)
+    {
+        return false;
+    }
+    _buffer = std::make_unique_for_overwrite<char[]>(room);
+    _room = room;
+    advance();
+    return true;
+}
+
+void DirectoryEntries::close()
+{
+    _handle = Handle(-1);
+    _buffer = nullptr;
+}
+
+void DirectoryEntries::advance()
+{
+    do
+    {
+        if (_position < _end)
+        {
+            _position += entry().d_reclen;
+        }
+        if (_position == _end)
+        {
+            read();
+        }
+    } while (!isAtEnd() && isDots(name()));
+}
+
+void DirectoryEntries::read()
+{
+    const ssize_t size = ::getdents64(_handle.number(), _buffer.get(), _room);
+    if (size <= 0)
+    {
+        _isCutShort = size < 0;
+        _buffer = nullptr;
+        return;
+    }
+    _position = 0;
+    _end = static_cast<std::size_t>(size);
+}
+
+} // namespace ZolFileManagement
