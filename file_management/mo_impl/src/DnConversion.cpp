@@ -11,13 +11,6 @@
 namespace ZolFileManagement
 {
 
-namespace
-{
-
-constexpr std::string_view nextFileGroup = ",FileGroup=";
-
-} // namespace
-
 bool FileMTransaction::checkDn(const char* dn)
 {
     const std::string_view text = dn;
@@ -48,55 +41,36 @@ Poco::Path FileMTransaction::convertDnToPath(const char* dn)
 
 std::string FileMTransaction::convertDnToText(const std::string& text)
 {
-    const std::string_view view = text;
-    const auto isFound = [&text](const std::string& className, std::size_t mark) {
-        return text.find(className, mark) != std::string::npos;
-    };
-    // once for all values, which are short and may be many
-    const bool mayBeEncoded = text.find('\\') != std::string::npos;
-    bool isResolved = text.find('/') == std::string::npos;
-
     std::string rel;
     rel.reserve(text.size());
     auto mark = text.find(fileGroupClassName);
     auto equals = text.find('=', mark);
-    bool isDecoded = true;
+    bool isResolved = text.find('/') == std::string::npos;
     while (equals != std::string::npos)
     {
-        const auto end = std::min(text.find(',', equals), text.size());
-        const std::string_view value = view.substr(equals + 1, end - equals - 1);
         rel += '/';
-        if (isDecoded && mayBeEncoded)
+        const auto end = std::min(text.find(',', equals), text.size());
+        std::string value = text.substr(equals + 1, end - equals - 1);
+        isResolved = isResolved && !value.empty() && value != "." && value != "..";
+        if (text.find(fileGroupClassName, mark) != std::string::npos)
         {
-            std::string name(value);
-            reAlignWith3gppRdn(name);
-            rel += name;
+            reAlignWith3gppRdn(value);
+            rel += value;
         }
         else
         {
             rel += value;
+            if (text.find(fileInformationClassName, mark) == std::string::npos)
+            {
+                return literalPath(rel).toString();
+            }
         }
-        if (!isDecoded && !isFound(fileInformationClassName, mark))
-        {
-            return literalPath(rel).toString();
-        }
-        isResolved = isResolved && !value.empty() && value != "." && value != "..";
-
+        equals = text.find('=', end);
         mark = end;
-        if (view.substr(mark).starts_with(nextFileGroup)) // mostly, and then nothing needs to be searched
-        {
-            equals = mark + nextFileGroup.size() - 1;
-            isDecoded = true;
-        }
-        else
-        {
-            equals = text.find('=', mark);
-            isDecoded = isFound(fileGroupClassName, mark);
-        }
     }
 
     const bool isFile = Zol::DnUtil::getClass(text) == fileInformationClassName;
-    if (isResolved && !rel.empty())
+    if (isResolved && !rel.empty()) // as it stands, a path would say the same
     {
         std::string path;
         path.reserve(_rootDirectory.size() + rel.size());
