@@ -84,6 +84,7 @@ int main(int argc, char** argv)
     app.add_option("--only", options.only,
                    "rows whose names hold one of these texts; also threads, memory, neighbours, filem")
         ->delimiter(',');
+    app.add_option("--ways", options.ways, "just these, such as library,strict")->delimiter(',');
     app.add_option("--calls", arguments.calls, "just tells the library's system calls for so many items");
     app.add_option("--json", arguments.json, "file that gets the figures");
     app.add_option("--document", arguments.document, "document in which the tables are replaced");

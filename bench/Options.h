@@ -18,6 +18,8 @@ struct Options
     bool large = false; ///< also a million
     std::vector<std::string> only;
 
+    std::vector<std::string> ways; ///< all, if there are none
+
     /// Whether one of the texts of `only`, if there are any, is in the name.
     bool wants(const std::string& name) const;
 };

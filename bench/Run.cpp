@@ -44,6 +44,16 @@ CallsByWay countCalls(const RowMaker& maker, const Options& options, const Ways&
     }
 }
 
+Ways waysOf(const Options& options, const Library& library, const Stage& stage)
+{
+    Ways ways = allWays(library, stage.root());
+    std::erase_if(ways, [&](const auto& way) {
+        return !options.ways.empty() &&
+               std::find(options.ways.begin(), options.ways.end(), way->name()) == options.ways.end();
+    });
+    return ways;
+}
+
 std::vector<std::size_t> sizesOf(const Options& options)
 {
     std::vector<std::size_t> sizes = options.items;
@@ -65,7 +75,8 @@ void measureRow(const RowMaker& maker, const Options& options, const Ways& ways,
         }
         std::cerr << maker.work << ", " << items << '\n';
         const Row row = maker.make(items);
-        const std::size_t waysInTurn = items > mostItemsOfAll ? waysOfLargeRows : ways.size();
+        const std::size_t waysInTurn =
+            items > mostItemsOfAll ? std::min(waysOfLargeRows, ways.size()) : ways.size();
         report.outcomes.push_back(
             {row.work, items, measure(row, {ways.data(), waysInTurn}, options.repetitions), calls, row.goal});
     }
@@ -123,7 +134,7 @@ Report run(const Options& options)
     const double loadBefore = loadAverage();
     const Stage stage(options.folder);
     const Library library(options.library, stage.root());
-    const Ways ways = allWays(library, stage.root());
+    const Ways ways = waysOf(options, library, stage);
     Report report;
     for (const RowMaker& maker : rowMakers(stage))
     {

@@ -22,8 +22,8 @@ public:
     DirectoryEntries& operator=(const DirectoryEntries&) = delete;
 
     // How many bytes of entries are read at a time. An iterator of the host stays open for as long as the host
-    // likes; its room still takes a hundred entries.
-    static constexpr std::size_t roomOfIterator = 4096;
+    // likes; its room still takes two hundred entries.
+    static constexpr std::size_t roomOfIterator = 8192;
     static constexpr std::size_t roomInOneCall = 32768;
 
     /// Goes to the first entry; to be called once. False if the directory can't be opened, with the reason in
