@@ -181,7 +181,8 @@ void compareWalks(Random& random, const WalkTree& tree, Differences& differences
 
     Texts places = tree.directories;
     append(places, tree.others);
-    append(places, {tree.root + "/missing", tree.root + "/missing/below"});
+    append(places, {tree.root + "/missing", tree.root + "/missing/below", tree.root + "/.",
+                    tree.directories.back() + "/.", tree.directories.back() + "/.."});
     for (const std::string& place : places)
     {
         const Poco::Path directory = literalPath(place + (below(random, 8) == 0 ? "" : "/"));

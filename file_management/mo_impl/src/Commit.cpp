@@ -29,6 +29,16 @@ void removeAll(const NonComittedData::Paths& paths)
     }
 }
 
+void makeAll(const NonComittedData::Paths& paths)
+{
+    // a parent comes before its children, which then see the mode that it has just been given
+    NewDirectories directories;
+    for (const std::string& directory : paths.texts())
+    {
+        directories.make(directory);
+    }
+}
+
 } // namespace
 
 ZolReturnT FileMTransaction::commit() noexcept
@@ -38,12 +48,7 @@ ZolReturnT FileMTransaction::commit() noexcept
     try
     {
         removeAll(_nonComittedData._deletedFiles);
-        // a parent comes before its children, which then see the mode that it has just been given
-        NewDirectories directories;
-        for (const std::string& directory : _nonComittedData._createdDirs.texts())
-        {
-            directories.make(directory);
-        }
+        makeAll(_nonComittedData._createdDirs);
         removeAll(_nonComittedData._deletedDirs);
     }
     catch (const std::exception& failure)

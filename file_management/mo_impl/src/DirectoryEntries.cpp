@@ -9,6 +9,10 @@ namespace ZolFileManagement
 namespace
 {
 
+// As much as the C library reads at a time, so that an open iterator knows as soon or as late as with that
+// what others have changed. It is filled from the front: a small directory takes one page.
+constexpr std::size_t room = 32768;
+
 bool isDots(std::string_view name)
 {
     return name == "." || name == "..";
@@ -16,7 +20,7 @@ bool isDots(std::string_view name)
 
 } // namespace
 
-bool DirectoryEntries::open(const std::string& directory, std::size_t room)
+bool DirectoryEntries::open(const std::string& directory)
 {
     _handle = Handle(::open(directory.c_str(), O_RDONLY | O_NONBLOCK | O_DIRECTORY | O_CLOEXEC));
     if (_handle.number() < 0)
@@ -24,7 +28,6 @@ bool DirectoryEntries::open(const std::string& directory, std::size_t room)
         return false;
     }
     _buffer = std::make_unique_for_overwrite<char[]>(room);
-    _room = room;
     advance();
     return true;
 }
@@ -47,12 +50,12 @@ void DirectoryEntries::advance()
         {
             read();
         }
-    } while (!isAtEnd() && isDots(name()));
+    } while (!isAtEnd() && (entry().d_ino == 0 || isDots(name()))); // without a number it is deleted
 }
 
 void DirectoryEntries::read()
 {
-    const ssize_t size = ::getdents64(_handle.number(), _buffer.get(), _room);
+    const ssize_t size = ::getdents64(_handle.number(), _buffer.get(), room);
     if (size <= 0)
     {
         _isCutShort = size < 0;

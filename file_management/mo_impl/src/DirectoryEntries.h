@@ -12,8 +12,7 @@ namespace ZolFileManagement
 {
 
 /// The entries of a directory, in its own order and without `.` and `..`, and what the directory says that
-/// they are. Poco::DirectoryIterator doesn't tell that, makes a path of each entry, and reads into 32 KiB
-/// that it keeps for as long as it is open.
+/// they are. Poco::DirectoryIterator doesn't tell that and makes a path of each entry.
 class DirectoryEntries
 {
 public:
@@ -21,14 +20,9 @@ public:
     DirectoryEntries(const DirectoryEntries&) = delete;
     DirectoryEntries& operator=(const DirectoryEntries&) = delete;
 
-    // How many bytes of entries are read at a time. An iterator of the host stays open for as long as the host
-    // likes; its room still takes two hundred entries.
-    static constexpr std::size_t roomOfIterator = 8192;
-    static constexpr std::size_t roomInOneCall = 32768;
-
     /// Goes to the first entry; to be called once. False if the directory can't be opened, with the reason in
     /// errno.
-    bool open(const std::string& directory, std::size_t room);
+    bool open(const std::string& directory);
     void close();
 
     bool isAtEnd() const { return _buffer == nullptr; }
@@ -47,7 +41,6 @@ private:
 
     Handle _handle{-1};
     std::unique_ptr<char[]> _buffer;
-    std::size_t _room = 0; // in it
     std::size_t _position = 0;
     std::size_t _end = 0; // of what is in the buffer
     bool _isCutShort = false;

@@ -97,9 +97,7 @@ void FileGroupIterator::open()
     {
         _directory.pop_back();
     }
-    const bool isOneCall = _span == Span::OneCall;
-    if (!_entries.open(_directory,
-                       isOneCall ? DirectoryEntries::roomInOneCall : DirectoryEntries::roomOfIterator))
+    if (!_entries.open(_directory))
     {
         const int reason = errno;
         if (Poco::File(_directory).exists())
@@ -111,7 +109,7 @@ void FileGroupIterator::open()
     }
     if (!_directory.ends_with('/'))
     {
-        _directory += '/';
+        _directory = literalPath(_directory).makeDirectory().toString();
     }
 }
 

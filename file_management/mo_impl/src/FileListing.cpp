@@ -60,7 +60,7 @@ void FileMTransaction::getFileGroupFiles(const char* dn, std::vector<FileInfo>& 
     }
 
     DirectoryEntries entries;
-    if (!entries.open(Poco::File(path).path(), DirectoryEntries::roomInOneCall))
+    if (!entries.open(Poco::File(path).path()))
     {
         Poco::File::handleLastError(path.toString());
     }

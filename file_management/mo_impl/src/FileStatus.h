@@ -24,7 +24,7 @@ public:
 
 private:
     bool _exists;
-    struct stat _status;
+    struct stat _status = {};
 };
 
 } // namespace ZolFileManagement

@@ -32,10 +32,10 @@ Texts rest(DirectoryEntries& entries)
     return names;
 }
 
-Texts namesIn(const std::string& directory, std::size_t room = DirectoryEntries::roomOfIterator)
+Texts namesIn(const std::string& directory)
 {
     DirectoryEntries entries;
-    EXPECT_TRUE(entries.open(directory, room));
+    EXPECT_TRUE(entries.open(directory));
     return rest(entries);
 }
 
@@ -74,12 +74,24 @@ TEST(DirectoryEntries, ComeInTheOrderOfTheDirectoryHoweverManyThereAre)
     {
         tree.file(std::to_string(i) + std::string(static_cast<std::size_t>(i) % 250, 'n'));
     }
-    for (const std::size_t room : {DirectoryEntries::roomOfIterator, DirectoryEntries::roomInOneCall})
-    {
-        const Texts names = namesIn(tree.path(), room);
-        EXPECT_THAT(names, SizeIs(700));
-        EXPECT_EQ(names, asTheCLibraryReads(tree.path()));
-    }
+    const Texts names = namesIn(tree.path());
+    EXPECT_THAT(names, SizeIs(700));
+    EXPECT_EQ(names, asTheCLibraryReads(tree.path()));
+}
+
+TEST(DirectoryEntries, WithoutANumberAreDeletedOnes)
+{
+    const TemporaryTree tree;
+    tree.file("deleted");
+    tree.file("left");
+    Faults faults;
+    faults.entryRead = [](dirent64& entry) {
+        if (std::string(static_cast<const char*>(entry.d_name)) == "deleted")
+        {
+            entry.d_ino = 0;
+        }
+    };
+    EXPECT_THAT(namesIn(tree.path()), ElementsAre("left"));
 }
 
 TEST(DirectoryEntries, SayWhatTheyAreOrNothing)
@@ -89,7 +101,7 @@ TEST(DirectoryEntries, SayWhatTheyAreOrNothing)
     tree.directory("d");
     tree.link("l", "d");
     DirectoryEntries entries;
-    ASSERT_TRUE(entries.open(tree.path(), DirectoryEntries::roomOfIterator));
+    ASSERT_TRUE(entries.open(tree.path()));
     for (; !entries.isAtEnd(); entries.advance())
     {
         const std::string name = entries.name();
@@ -118,7 +130,7 @@ TEST(DirectoryEntries, CantBeHadWhereThereIsNoDirectory)
     for (const auto& row : cases)
     {
         DirectoryEntries entries;
-        EXPECT_FALSE(entries.open(row.text, DirectoryEntries::roomOfIterator));
+        EXPECT_FALSE(entries.open(row.text));
         EXPECT_EQ(errno, row.reason);
         EXPECT_TRUE(entries.isAtEnd());
     }
@@ -132,8 +144,8 @@ TEST(DirectoryEntries, HoldTheDirectoryUntilTheyAreClosed)
     EXPECT_TRUE(closed.isAtEnd());
     {
         DirectoryEntries left;
-        left.open(tree.path(), DirectoryEntries::roomOfIterator);
-        closed.open(tree.path(), DirectoryEntries::roomOfIterator);
+        left.open(tree.path());
+        closed.open(tree.path());
         rest(left);
         EXPECT_EQ(tree.openDescriptors(), 2);
         closed.close();
@@ -148,14 +160,14 @@ TEST(DirectoryEntries, EndWhereTheDirectoryCantBeReadOn)
     const TemporaryTree tree;
     tree.file("f");
     DirectoryEntries whole;
-    ASSERT_TRUE(whole.open(tree.path(), DirectoryEntries::roomOfIterator));
+    ASSERT_TRUE(whole.open(tree.path()));
     rest(whole);
     EXPECT_FALSE(whole.isCutShort());
 
     Faults faults;
     faults.getdents = [] { return EIO; };
     DirectoryEntries entries;
-    EXPECT_TRUE(entries.open(tree.path(), DirectoryEntries::roomOfIterator));
+    EXPECT_TRUE(entries.open(tree.path()));
     EXPECT_TRUE(entries.isAtEnd());
     EXPECT_TRUE(entries.isCutShort());
 }

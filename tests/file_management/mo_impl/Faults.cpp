@@ -99,7 +99,17 @@ ssize_t __wrap_getdents64(int directory, void* buffer, size_t room)
         errno = error;
         return -1;
     }
-    return __real_getdents64(directory, buffer, room);
+    const ssize_t size = __real_getdents64(directory, buffer, room);
+    if (liveFaults != nullptr && liveFaults->entryRead)
+    {
+        for (ssize_t position = 0; position < size;)
+        {
+            auto& entry = *reinterpret_cast<dirent64*>(static_cast<char*>(buffer) + position);
+            liveFaults->entryRead(entry);
+            position += entry.d_reclen;
+        }
+    }
+    return size;
 }
 
 FILE* __real_popen(const char* command, const char* mode);

@@ -85,6 +85,19 @@ TEST_F(FileGroupWalk, OfDirectoriesThatLookLikeDevicesIsThatOfTheseDirectories)
     EXPECT_EQ(step(iterator), "end");
 }
 
+TEST_F(FileGroupWalk, OfAFileThatIsNamedByDotsIsThatOfTheDirectoryWhichTheyMean)
+{
+    tree.file("a/b/deleted");
+    tree.file("a/b/left");
+    tree.directory("a/b/c");
+    changes.addDeletedFile(file("a/b/deleted"));
+    for (const char* place : {"a/b/.", "a/b/c/.."})
+    {
+        Iterator iterator(ZolFileManagement::literalPath(tree.path(place)), changes, files);
+        EXPECT_THAT(rest(iterator), ElementsAre("a/b/left")) << place;
+    }
+}
+
 TEST_F(FileGroupWalk, StaysAtItsEnd)
 {
     tree.file("a");
