@@ -127,7 +127,6 @@ std::vector<Scenario> directoryDeletionScenarios(const std::string& root)
         .rules = lookRules(root, "e", notThere),
         .memory = {traced},
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
         .commits = true,
     };
     append(empty.rules, std::vector<Rule>{
@@ -150,7 +149,6 @@ std::vector<Scenario> directoryDeletionScenarios(const std::string& root)
         .rules = lookRules(root, "d", notThere),
         .memory = {{.answer = "ok", .moreLog = {UNEXPECTED}, .gone = Texts{"d"}}},
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
         .commits = true,
     };
     full.rules.push_back(on({Function::Stat}, "d/.filemno*", Change{}));
@@ -192,7 +190,6 @@ std::vector<Scenario> actionScenarios(const std::string& root)
         .expected = {.answer = "bool[true]", .gone = {"d/a.txt", "d/b"}},
         .rules = walkOfD(root, filesSeen),
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
         .commits = true,
     };
     for (const Texts& seen : {Texts{}, Texts{"a.txt"}, Texts{"b"}, Texts{"a.txt", "b"}})

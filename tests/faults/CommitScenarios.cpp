@@ -122,7 +122,6 @@ Scenario commitBesideOthers(const std::string& root)
     }
     commit.memory.push_back(stoppedWith({made[0], "d 0755 d/none/in"}));
     commit.memory.push_back(stoppedWith({made[0], made[1], made[2], "d 0755 s/low"}));
-    commit.pocoLosesMemory = true;
     return commit;
 }
 
@@ -200,7 +199,6 @@ std::vector<Scenario> commitScenarios(const std::string& root)
     append(commit.memory, someStay({{}, {}, "e", 0, 0, {}}));
     commit.memory.push_back({.answer = "code -1", .log = Texts{FAILURE}, .gone = Texts{}, .made = Texts{}});
     commit.memory.push_back({.answer = "code -1", .log = Texts{FAILURE}, .gone = Texts{"d/b"}});
-    commit.pocoLosesMemory = true;
     return {commit,
             commitBesideOthers(root),
             commitOfWhatHasChanged(),

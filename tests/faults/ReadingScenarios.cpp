@@ -69,7 +69,6 @@ Scenario listing()
     Scenario scenario = read(D, "files", all({"a.txt", "b"}), "d");
     // also where the directory can't be opened without memory
     scenario.memory = {FAILED};
-    scenario.pocoLosesMemory = true;
     return with(scenario,
                 {
                     on({Function::Open}, "d", FAILED),

@@ -108,8 +108,7 @@ struct Scenario
     /// What may come of a lack of memory, beside an outcome that shows none of it but a line less in the log.
     Changes memory = {};
     bool diesWithoutMemory = false; ///< the operation is one that throws nothing
-    /// POCO's directory iterator loses itself and its open directory if it can't be completed, and its parser
-    /// loses parts of the document.
+    /// POCO's parser loses parts of the document.
     bool pocoLosesMemory = false;
     std::size_t keptBlocks = 0; ///< that may stay for the rest of the process
 

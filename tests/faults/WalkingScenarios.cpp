@@ -52,7 +52,6 @@ std::vector<Scenario> countScenarios(const std::string& root)
             .memory = {{.answer = "code -1"}},
             // the walk throws nothing
             .diesWithoutMemory = true,
-            .pocoLosesMemory = true,
         };
         for (const std::string fewer : {"0", "1", "2"})
         {
@@ -95,7 +94,6 @@ Scenario fileIteration(const std::string& root)
         .rules = walkOfD(root, files),
         .memory = {{.answer = "code -1"}, {.answer = "code -1", .moreLog = {NO_MEMORY}}},
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
     };
     for (const Texts& seen : {Texts{}, Texts{"a.txt"}, Texts{"b"}, Texts{"a.txt", "b"}})
     {
@@ -184,7 +182,6 @@ Scenario linkIteration(const std::string& root)
                    {.answer = "no name", .log = Texts{UNEXPECTED, "?" + gone}},
                    {.answer = "dir", .log = Texts{UNEXPECTED, "?" + gone}}},
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
     };
     return scenario;
 }
