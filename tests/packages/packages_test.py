@@ -60,7 +60,7 @@ class Packages(unittest.TestCase):
                          [["filem", VERSION], ["libzol-dev", VERSION], ["libzol-file-management1", VERSION]])
 
     def test_two_builds_give_the_same(self):
-        second = self.scratch / "a folder of another length" / "second"
+        second = self.scratch / "another folder, of another length" / "second"
         make_packages(second, 0o002, TZ="Asia/Kathmandu", LC_ALL="C.UTF-8", HOME="/nonexistent")
         made = sorted(self.first.glob("*.deb"))
         self.assertEqual([path.name for path in made], sorted(path.name for path in second.glob("*.deb")))
@@ -68,8 +68,19 @@ class Packages(unittest.TestCase):
         for package in made:
             run("cmp", package, second / package.name)
 
+    def test_two_release_builds_give_the_same_libraries(self):
+        second = self.scratch / "a folder of another length" / "source"
+        shutil.copytree(self.first / "source", second, ignore=shutil.ignore_patterns("obj-*"))
+        made = []
+        for source in (self.first / "source", second):
+            run("cmake", "--preset", "release", "-DBUILD_TESTING=OFF", cwd=source)
+            run("cmake", "--build", "--preset", "release", "--target", "zol_file_management", cwd=source)
+            made.append(source / "build/release/lib")
+        for name in ("libzol_common.so", "libzol_file_management.so"):
+            run("cmp", made[0] / name, made[1] / name)
+
     def test_lintian_finds_nothing(self):
-        # it takes machine code for text, in which words are spelt wrongly
+        # it takes cut texts for words that are spelt wrongly
         found = run("lintian", "--allow-root", "--display-info", "--pedantic", "--suppress-tags",
                     "spelling-error-in-binary", "--fail-on", "error,warning,info,pedantic",
                     *self.first.glob("*.changes"))
@@ -84,7 +95,8 @@ class Packages(unittest.TestCase):
             renumber(package, shared / "next" / package.name)
         shutil.copy(IN_ROOT, shared)
         suite = platform.freedesktop_os_release()["VERSION_CODENAME"]
-        said = run("mmdebstrap", "--variant=apt", f"--customize-hook=sync-in {shared} /packages",
+        said = run("mmdebstrap", "--variant=apt", "--customize-hook=mkdir \"$1/packages\"",
+                   f"--customize-hook=sync-in {shared} /packages",
                    f"--customize-hook=chroot \"$1\" /packages/in_root {VERSION} {NEXT_VERSION}", suite, "/dev/null",
                    umask=0o022)
         self.assertIn("\nall is as before\n", said)
