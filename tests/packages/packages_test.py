@@ -60,7 +60,7 @@ class Packages(unittest.TestCase):
                          [["filem", VERSION], ["libzol-dev", VERSION], ["libzol-file-management1", VERSION]])
 
     def test_two_builds_give_the_same(self):
-        second = self.scratch / "another folder, of another length" / "second"
+        second = self.scratch / "another-folder-of-another-length" / "second"
         make_packages(second, 0o002, TZ="Asia/Kathmandu", LC_ALL="C.UTF-8", HOME="/nonexistent")
         made = sorted(self.first.glob("*.deb"))
         self.assertEqual([path.name for path in made], sorted(path.name for path in second.glob("*.deb")))
@@ -69,7 +69,7 @@ class Packages(unittest.TestCase):
             run("cmp", package, second / package.name)
 
     def test_two_release_builds_give_the_same_libraries(self):
-        second = self.scratch / "a folder of another length" / "source"
+        second = self.scratch / "the-release-in-another-folder" / "source"
         shutil.copytree(self.first / "source", second, ignore=shutil.ignore_patterns("obj-*"))
         made = []
         for source in (self.first / "source", second):
