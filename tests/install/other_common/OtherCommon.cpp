@@ -157,7 +157,7 @@ void ZolConfiguration::unload()
     }
 }
 
-Poco::XML::NodeList* ZolConfiguration::getElementsByTagName(std::string tag)
+Poco::XML::NodeList* ZolConfiguration::getElementsByTagName(const std::string& tag)
 {
     auto* const list = _document->getElementsByTagName(tag);
     list->duplicate(); // the caller may release once too often; that the others leave one behind is all right
@@ -174,7 +174,13 @@ MoAccessor::MoAttributeValueResult::MoAttributeValueResult()
     : ZolMoAttributeValueResult_3{nullptr, nullptr}
 {}
 
-MoAccessor::MoAttributeValueResult::~MoAttributeValueResult() = default;
+MoAccessor::MoAttributeValueResult::~MoAttributeValueResult()
+{
+    if (releaseCallback != nullptr)
+    {
+        releaseCallback(container);
+    }
+}
 
 MoAccessor::MoAccessor(int, int) {}
 

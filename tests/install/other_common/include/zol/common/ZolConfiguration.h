@@ -15,7 +15,7 @@ public:
 
     void load(const std::string& config);
     void unload();
-    Poco::XML::NodeList* getElementsByTagName(std::string tag);
+    Poco::XML::NodeList* getElementsByTagName(const std::string& tag);
     std::string get_text(Poco::XML::Element* element);
 
 private:
