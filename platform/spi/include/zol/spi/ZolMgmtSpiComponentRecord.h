@@ -42,7 +42,7 @@ ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, stop, 6);
 ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, extraInterfaces, 7);
 ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, flag, 8);
 ZOL_SPI_ASSERT_SIZE(ZolMgmtSpiComponentRecord, 9 * sizeof(void*));
-static_assert(sizeof(ZolStateChangeReason) == 4, "the width of ZolStateChangeReason binds with the host");
+ZOL_SPI_ASSERT(sizeof(ZolStateChangeReason) == 4, "the width of ZolStateChangeReason binds with the host");
 
 #ifdef __cplusplus
 }

@@ -84,12 +84,12 @@ typedef ZolMoNamedAttributeValueContainer_3 QenMoNamedAttributeValueContainer_3;
 typedef ZolMoAttributeValueResult_3 QenMoAttributeValueResult_3;
 typedef ZolMoAttributeValuesResult_3 QenMoAttributeValuesResult_3;
 
-static_assert(sizeof(ZolOamSpiMoAttributeType_3) == 4, "the width of a type code binds with the host");
+ZOL_SPI_ASSERT(sizeof(ZolOamSpiMoAttributeType_3) == 4, "the width of a type code binds with the host");
 ZOL_SPI_ASSERT_SIZE(ZolMoAttributeValue_3, sizeof(int64_t));
-static_assert(sizeof(bool) == 1, "a boolean is the first byte of a value");
-static_assert(offsetof(ZolMoAttributeValueContainer_3, nrOfValues) == 4, "nrOfValues binds with the host");
+ZOL_SPI_ASSERT(sizeof(bool) == 1, "a boolean is the first byte of a value");
+ZOL_SPI_ASSERT(offsetof(ZolMoAttributeValueContainer_3, nrOfValues) == 4, "nrOfValues binds with the host");
 ZOL_SPI_ASSERT_WORD(ZolMoAttributeValueContainer_3, valueType, 0);
-static_assert(offsetof(ZolMoAttributeValueContainer_3, values) == 8, "values binds with the host");
+ZOL_SPI_ASSERT(offsetof(ZolMoAttributeValueContainer_3, values) == 8, "values binds with the host");
 ZOL_SPI_ASSERT_SIZE(ZolMoAttributeValueContainer_3, 8 + sizeof(void*));
 ZOL_SPI_ASSERT_WORD(ZolMoAttributeStructMember, memberName, 0);
 ZOL_SPI_ASSERT_WORD(ZolMoAttributeStructMember, memberValue, 1);
@@ -97,10 +97,10 @@ ZOL_SPI_ASSERT_WORD(ZolMoAttributeStructMember, nextMember, 2);
 ZOL_SPI_ASSERT_SIZE(ZolMoAttributeStructMember, 3 * sizeof(void*));
 ZOL_SPI_ASSERT_WORD(ZolMoNamedAttributeValueContainer_3, name, 0);
 ZOL_SPI_ASSERT_WORD(ZolMoNamedAttributeValueContainer_3, valueType, 1);
-static_assert(offsetof(ZolMoNamedAttributeValueContainer_3, nrOfValues) == sizeof(void*) + 4,
-              "nrOfValues binds with the host");
-static_assert(offsetof(ZolMoNamedAttributeValueContainer_3, values) == sizeof(void*) + 8,
-              "values binds with the host");
+ZOL_SPI_ASSERT(offsetof(ZolMoNamedAttributeValueContainer_3, nrOfValues) == sizeof(void*) + 4,
+               "nrOfValues binds with the host");
+ZOL_SPI_ASSERT(offsetof(ZolMoNamedAttributeValueContainer_3, values) == sizeof(void*) + 8,
+               "values binds with the host");
 ZOL_SPI_ASSERT_SIZE(ZolMoNamedAttributeValueContainer_3, 2 * sizeof(void*) + 8);
 ZOL_SPI_ASSERT_WORD(ZolMoAttributeValueResult_3, releaseCallback, 0);
 ZOL_SPI_ASSERT_WORD(ZolMoAttributeValueResult_3, container, 1);
