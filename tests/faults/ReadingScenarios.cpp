@@ -98,7 +98,7 @@ Scenario commandRead(const std::string& root)
     scenario.rules = {
         on({Function::Popen}, COMMAND, {.answer = "code -1", .log = Texts{failure}}),
         on({Function::Pclose}, "", {.answer = "code -1", .log = Texts{executing, failure}}),
-        on({Function::Fgets}, "", {.answer = "string[\"\"]"}, 1),
+        on({Function::Fgets}, "", Change{.answer = "string[\"\"]"}, 1),
         on({Function::Fgets}, "", Change{}, 2),
     };
     scenario.memory = {{.answer = "code -1", .log = Texts{"?" + executing, "?" + executed, NO_MEMORY}},
@@ -127,7 +127,7 @@ std::vector<Scenario> groupReads()
     return {
         read(D, "fileGroupId", "string[\"d\"]", "d"),
         with(read(fileGroup("h"), "internalHousekeeping", "bool[true]", "h"),
-             {on({Function::Stat}, "h/.filemnohousekeeping", {.answer = "bool[false]"})}),
+             {on({Function::Stat}, "h/.filemnohousekeeping", Change{.answer = "bool[false]"})}),
         reserved,
         listing(),
     };
@@ -142,16 +142,16 @@ std::vector<Scenario> fileReads(const std::string& root)
         .answer = "int[0]", .moreLog = {"plain File not exists, path :" + root + "/q/a??b, dn :" + searched}};
     found.rules = {
         on({Function::Stat}, "q/a=b", notFound, 1),
-        on({Function::Stat}, "q/a=b", {.answer = "int[0]"}, 2),
+        on({Function::Stat}, "q/a=b", Change{.answer = "int[0]"}, 2),
         on({Function::Stat}, "q/a=b", FAILED, 3),
         on({Function::Stat}, "q/a*", Change{}),
     };
     return {
         read(B, "fileInformationId", "string[\"b\"]", "d/b"),
         with(read(B, "modificationTime", TIME, "d/b"),
-             {on({Function::Stat}, "d/b", {.answer = "string[\"\"]"})}),
-        with(read(B, "size", "int[1]", "d/b"),
-             {on({Function::Stat}, "d/b", {.answer = "int[0]"}, 2), on({Function::Stat}, "d/b", FAILED, 3)}),
+             {on({Function::Stat}, "d/b", Change{.answer = "string[\"\"]"})}),
+        with(read(B, "size", "int[1]", "d/b"), {on({Function::Stat}, "d/b", Change{.answer = "int[0]"}, 2),
+                                                on({Function::Stat}, "d/b", FAILED, 3)}),
         found,
         read(fileInformation("a.txt", D), "type", "string[\"txt\"]", "d/a.txt"),
         read(B, "open", "bool[false]", "d/b"),
@@ -170,11 +170,13 @@ Scenario severalReads()
         .expected = {.answer = id + "int[1] " + TIME},
         .rules =
             {
-                of(Caller::Poco, on({Function::Stat}, "d/b", {.answer = id + "int[0] " + TIME}, 3)),
+                of(Caller::Poco, on({Function::Stat}, "d/b", Change{.answer = id + "int[0] " + TIME}, 3)),
                 of(Caller::Poco, on({Function::Stat}, "d/b", FAILED, 4)),
-                of(Caller::Poco, on({Function::Stat}, "d/b", {.answer = id + "int[1] string[\"\"]"}, 6)),
+                of(Caller::Poco,
+                   on({Function::Stat}, "d/b", Change{.answer = id + "int[1] string[\"\"]"}, 6)),
                 of(Caller::Poco, on({Function::Stat}, "d/b", Change{})),
-                of(Caller::Component, on({Function::Stat}, "d/b", {.answer = id + "int[1] string[\"\"]"})),
+                of(Caller::Component,
+                   on({Function::Stat}, "d/b", Change{.answer = id + "int[1] string[\"\"]"})),
             },
         .memory = {{.answer = "code -1"}, FAILED_WITHOUT_MEMORY.front()},
     };

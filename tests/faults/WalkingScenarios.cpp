@@ -27,8 +27,8 @@ std::vector<Scenario> existenceScenarios()
             .name = name,
             .operation = [dn](Stage& stage) { return stage.exists(dn); },
             .expected = {.answer = "yes"},
-            .rules = {on({Function::Stat}, path, {.answer = "no"}, 1),
-                      on({Function::Stat}, path, {.answer = "code -1"}, 2)},
+            .rules = {on({Function::Stat}, path, Change{.answer = "no"}, 1),
+                      on({Function::Stat}, path, Change{.answer = "code -1"}, 2)},
             .memory = failure,
         };
     };
