@@ -13,6 +13,9 @@ and the lines below are what is printed. "$ filem ..." directly above the line o
 as wide as COLUMNS=N in front of it says.
 A command for bash whose output shows a question and its answer is run at a terminal too.
 
+A fenced block marked `c` or `cpp` whose first line is a comment with a file name, as in "/* main.c */", is that file from
+there on; "/* host.h, continued */" is more of it.
+
 Times, durations, the names of users and of temporary files don't count. With --update the document gets what came
 out: write the commands alone, and for a question the answer as "? y".
 """
@@ -34,7 +37,9 @@ import pexpect
 PATIENCE = 60  # seconds
 HOME = "/home/operator"  # what the folder is called in a document
 
-FENCE_BEGIN = re.compile(r"^```console\s*$")
+FENCE_BEGIN = re.compile(r"^```(?:console|c|cpp)\s*$")
+TRANSCRIPT_BEGIN = re.compile(r"^```console\s*$")
+SOURCE_NAME = re.compile(r"^/\* ([\w.]+)(, continued)? \*/$")
 FENCE_END = re.compile(r"^```\s*$")
 PROMPT = re.compile(r"^(FileM(?::\S.*?)?(?: \([^)]*\))?> )(.*)$")
 QUESTION = re.compile(r"^(.*\? (?:\[\w/\w\] )?)(\w*)$")
@@ -103,14 +108,31 @@ class Block:
         return steps
 
 
+@dataclasses.dataclass
+class Source:
+    name: str
+    continues: bool
+    lines: list
+
+    def write_into(self, folder):
+        text = "".join(line + "\n" for line in self.lines)
+        with open(folder / self.name, "a" if self.continues else "w", encoding="utf-8") as file:
+            file.write(text)
+
+
 def blocks_of(lines):
+    """Transcripts and files, in the order of the document."""
     blocks = []
     begin = None
     for number, line in enumerate(lines):
         if begin is None and FENCE_BEGIN.match(line):
             begin = number + 1
         elif begin is not None and FENCE_END.match(line):
-            blocks.append(Block(begin, lines[begin:number]))
+            name = SOURCE_NAME.match(lines[begin])
+            if TRANSCRIPT_BEGIN.match(lines[begin - 1]):
+                blocks.append(Block(begin, lines[begin:number]))
+            elif name:
+                blocks.append(Source(name[1], bool(name[2]), lines[begin:number]))
             begin = None
     if begin is not None:
         raise Unplayable(f"line {begin}: the block has no end")
@@ -228,7 +250,7 @@ class Bash:
 
 
 class Player:
-    def __init__(self, programs, folder, state):
+    def __init__(self, programs, variables, folder, state):
         self._folder = str(folder)
         self._environment = {
             "HOME": self._folder,
@@ -239,6 +261,7 @@ class Player:
             "TERM": "dumb",
             "TZ": "UTC",
             "XDG_STATE_HOME": str(state),
+            **variables,
         }
         for name, value in os.environ.items():
             if name.endswith("SAN_OPTIONS"):
@@ -293,12 +316,16 @@ class Player:
         return lines[:-1]
 
 
-def replayed(lines, programs):
-    """For each block its lines in the document, and those that it should have."""
-    with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryDirectory() as state:
-        player = Player(programs, pathlib.Path(folder).resolve(), state)
+def replayed(lines, programs, variables):
+    """For each transcript its lines in the document, and those that it should have."""
+    with tempfile.TemporaryDirectory() as temporary, tempfile.TemporaryDirectory() as state:
+        folder = pathlib.Path(temporary).resolve()
+        player = Player(programs, variables, folder, state)
         try:
             for block in blocks_of(lines):
+                if isinstance(block, Source):
+                    block.write_into(folder)
+                    continue
                 yield block, [line for step in block.steps() for line in player.play(step)]
         finally:
             player.close()
@@ -318,6 +345,8 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--bin", required=True, type=pathlib.Path, help="where the built filem is")
     parser.add_argument("--update", action="store_true", help="rewrite the transcripts")
+    parser.add_argument("--variable", action="append", default=[], metavar="NAME=VALUE",
+                        help="a variable that the commands find set")
     parser.add_argument("document", type=pathlib.Path)
     arguments = parser.parse_args()
 
@@ -326,7 +355,8 @@ def main():
     taken = 0
     differs = False
     try:
-        for block, actual in replayed(lines, arguments.bin.resolve()):
+        for block, actual in replayed(lines, arguments.bin.resolve(),
+                                      dict(variable.split("=", 1) for variable in arguments.variable)):
             result += lines[taken:block.begin] + merged(block.lines, actual)
             taken = block.begin + len(block.lines)
             difference = list(difflib.unified_diff(

@@ -108,6 +108,23 @@ class Replay(unittest.TestCase):
             self.assertIn(rest, outcome)
             self.assert_plays(outcome)
 
+    def test_files_are_there_from_their_place_on(self):
+        self.assert_plays(document("$ ls\n") + "\n```c\n/* a.c */\nint a;\n```\n" +
+                          document("$ cat a.c\n/* a.c */\nint a;\n") + "\n```cpp\n/* a.c */\nint b;\n```\n" +
+                          document("$ cat a.c\n/* a.c */\nint b;\n"))
+
+    def test_a_file_can_go_on(self):
+        self.assert_plays("```c\n/* a.h */\nint a;\n```\n```c\n/* a.h, continued */\n\nint b;\n```\n" +
+                          document("$ cat a.h\n/* a.h */\nint a;\n/* a.h, continued */\n\nint b;\n"))
+
+    def test_code_that_names_no_file_is_none(self):
+        self.assert_plays("```c\nint a;\n```\n```c\n```\n" + document("$ ls\n"))
+
+    def test_variables_are_set(self):
+        text = document("$ echo $a $b\nx=y z\n")
+        outcome = self.run_on(text, "--variable", "a=x=y", "--variable", "b=z")
+        self.assertEqual((outcome.returncode, outcome.stdout, outcome.stderr), (0, "", ""))
+
     def test_an_update_writes_what_comes_out(self):
         self.assertEqual(self.updated(document("$ echo a\nb\n$ pwd\n")),
                          document("$ echo a\na\n$ pwd\n/home/operator\n"))

@@ -1,4 +1,5 @@
-/* The two functions that libzol_file_management exports. A host finds them by name with dlsym. */
+/** @file
+ * The two functions that libzol_file_management exports. A host finds them by name with dlsym. */
 #pragma once
 
 #include <zol/spi/ZolMgmtSpiPortalAccessor.h>
@@ -7,16 +8,25 @@
 extern "C" {
 #endif
 
-/* Called once after loading, neither argument being null. Registers the component with the host's portal and
- * reads its configuration: `config` is the text of an XML document if it begins with '<' after white space,
- * otherwise the path of one. -1: no portal of version "1", or the configuration can't be read (the component
- * is registered all the same). Otherwise the host's code for a refused registration. */
+/** Called once after loading. Registers the component with the host's portal and reads its configuration. The
+ * entry points and the callbacks of the component record are called one at a time.
+ *
+ * @param accessor where the host's portals are; not null, and in place until the library is unloaded
+ * @param config the text of an XML document if it begins with '<' after white space, otherwise the path of
+ * one; not null, the caller's
+ * @retval 0 the component can be started
+ * @retval -1 there is no portal of version "1", or the configuration can't be read; in the second case the
+ *     component is registered all the same
+ * @return otherwise the host's code for a refused registration */
 ZolReturnT zolLCMinit(ZolMgmtSpiPortalAccessor* accessor, const char* config);
 
-/* Called once before unloading, after the last transaction has finished. */
+/** Called once before unloading, after the last transaction has finished. Unregisters the component at the
+ * portal of version "3", if there is one, and does no more. */
 void zolLCMterminate(void);
 
+/** What dlsym finds as "zolLCMinit". */
 typedef ZolReturnT (*zolLCMinitT)(ZolMgmtSpiPortalAccessor* accessor, const char* config);
+/** What dlsym finds as "zolLCMterminate". */
 typedef void (*zolLCMterminateT)(void);
 
 #ifdef __cplusplus

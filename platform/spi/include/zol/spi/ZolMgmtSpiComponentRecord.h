@@ -1,4 +1,5 @@
-/* What a component tells the host about itself when it registers. */
+/** @file
+ * What a component tells the host about itself when it registers. */
 #pragma once
 
 #include <zol/spi/ZolMgmtSpiInterface_1.h>
@@ -8,28 +9,36 @@
 extern "C" {
 #endif
 
-/* Why the host starts or stops a component. The component only prints the number. */
+/** Why the host starts or stops a component. The component only prints the number. */
 typedef enum ZolStateChangeReason ZOL_SPI_OPEN_ENUM
 {
-    ZolStateChangeReasonNormal = 0,   /* the host itself comes up or goes down */
-    ZolStateChangeReasonOperator = 1, /* an operator asked for it */
-    ZolStateChangeReasonFailure = 2,  /* something else failed */
+    ZolStateChangeReasonNormal = 0,   /**< the host itself comes up or goes down */
+    ZolStateChangeReasonOperator = 1, /**< an operator asked for it */
+    ZolStateChangeReasonFailure = 2,  /**< something else failed */
 } ZolStateChangeReason;
 
-/* The record and all that it points to belong to the component and stay in place until its library is
+/** The record and all that it points to belong to the component and stay in place until its library is
  * unloaded. The host calls `start` and `stop` one at a time, never beside the entry points. */
 typedef struct ZolMgmtSpiComponentRecord
 {
-    const char* componentName;            /* name of the component */
-    const char* interfaceName;            /* "ZolMgmtSpiComponent" */
-    const char* version;                  /* "1" */
-    QenMgmtSpiInterface_1** interfaces;   /* tables that it provides, ended by a null pointer */
-    QenMgmtSpiInterface_1** dependencies; /* interfaces that it requires, ended by a null pointer */
-    ZolReturnT (*start)(
-        ZolStateChangeReason reason);                /* 0: it serves from now on; -1: it can't, see the log */
-    ZolReturnT (*stop)(ZolStateChangeReason reason); /* always 0; open transactions can still end */
-    QenMgmtSpiInterface_1** extraInterfaces;         /* ended by a null pointer; this component has none */
-    unsigned char flag;                              /* 0 */
+    const char* componentName;            /**< name of the component */
+    const char* interfaceName;            /**< "ZolMgmtSpiComponent" */
+    const char* version;                  /**< "1" */
+    QenMgmtSpiInterface_1** interfaces;   /**< tables that it provides, ended by a null pointer */
+    QenMgmtSpiInterface_1** dependencies; /**< interfaces that it requires, ended by a null pointer */
+    /** Lets the component serve. May be called again, also without a stop. Where the configuration names no
+     * root directory, an external command is run and waited for.
+     *
+     * @retval 0 it serves from now on
+     * @retval -1 it can't: there is no root directory, see the log */
+    ZolReturnT (*start)(ZolStateChangeReason reason);
+    /** Tells the component that the host wants no more of it. Tears nothing down: open transactions can still
+     * end.
+     *
+     * @retval 0 always, but for want of memory */
+    ZolReturnT (*stop)(ZolStateChangeReason reason);
+    QenMgmtSpiInterface_1** extraInterfaces; /**< ended by a null pointer; this component has none */
+    unsigned char flag;                      /**< 0 */
 } ZolMgmtSpiComponentRecord;
 
 ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, componentName, 0);
@@ -42,7 +51,7 @@ ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, stop, 6);
 ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, extraInterfaces, 7);
 ZOL_SPI_ASSERT_WORD(ZolMgmtSpiComponentRecord, flag, 8);
 ZOL_SPI_ASSERT_SIZE(ZolMgmtSpiComponentRecord, 9 * sizeof(void*));
-static_assert(sizeof(ZolStateChangeReason) == 4, "the width of ZolStateChangeReason binds with the host");
+ZOL_SPI_ASSERT(sizeof(ZolStateChangeReason) == 4, "the width of ZolStateChangeReason binds with the host");
 
 #ifdef __cplusplus
 }

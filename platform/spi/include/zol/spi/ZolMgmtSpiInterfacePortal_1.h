@@ -1,4 +1,5 @@
-/* Where a component finds the host's interfaces and registers itself; version "1". */
+/** @file
+ * Where a component finds the host's interfaces and registers itself; version "1". */
 #pragma once
 
 #include <zol/spi/ZolMgmtSpiComponentRecord.h>
@@ -7,26 +8,35 @@
 extern "C" {
 #endif
 
-/* The portal is the host's and outlives the component's library. */
+/** The portal is the host's and outlives the component's library. */
 typedef struct ZolMgmtSpiInterfacePortal_1
 {
-    const char* componentName; /* identity of the portal, a ZolMgmtSpiInterface_1 */
-    const char* interfaceName;
-    const char* version;
-    /* Writes the host's table of the interface `id` to `*result` and returns 0. Anything else: not to be
-     * had, `*result` as it was. The table stays the host's. */
+    const char* componentName; /**< who offers the portal */
+    const char* interfaceName; /**< what it is called; not read by this component */
+    const char* version;       /**< "1" or "3" */
+    /** Finds the host's table of an interface. The table stays the host's. Called from within start, and from
+     * within join on its thread with the component's lock held: the host must not wait for another thread
+     * that may call the component.
+     *
+     * @retval 0 `*result` is the table
+     * @retval other there is none, and `*result` is as it was */
     ZolReturnT (*getInterface)(ZolMgmtSpiInterface_1 id, ZolMgmtSpiInterface_1** result);
-    /* Not used by this component. */
+    /** Not used by this component. */
     void (*reserved)(void);
-    /* Takes note of a component; 0: it is registered. The host keeps the pointer until unregisterComponent. A
-     * component that was registered here because the host has no portal of version "3" is never unregistered:
-     * the host drops its record before it unloads the library. */
+    /** Takes note of a component. Called once from within zolLCMinit. The host keeps the pointer until
+     * unregisterComponent. A component that was registered here because the host has no portal of version "3"
+     * is never unregistered: the host drops its record before it unloads the library.
+     *
+     * @retval 0 the component is registered
+     * @retval other it is not, and zolLCMinit gives that code */
     ZolReturnT (*registerComponent)(ZolMgmtSpiComponentRecord* record);
-    /* Forgets a component. */
+    /** Forgets a component. Called from within zolLCMterminate.
+     *
+     * @retval any it counts for nothing */
     ZolReturnT (*unregisterComponent)(ZolMgmtSpiComponentRecord* record);
 } ZolMgmtSpiInterfacePortal_1;
 
-/* The portal of version "3" has registerComponent and unregisterComponent at the same positions. */
+/** The portal of version "3" has registerComponent and unregisterComponent at the same positions. */
 typedef ZolMgmtSpiInterfacePortal_1 ZolMgmtSpiInterfacePortal_3;
 
 ZOL_SPI_ASSERT_WORD(ZolMgmtSpiInterfacePortal_1, componentName, 0);

@@ -1,4 +1,5 @@
-/* The record that a host passes to a library's entry point. */
+/** @file
+ * The record that a host passes to a library's entry point. */
 #pragma once
 
 #include <zol/spi/ZolMgmtSpiInterfacePortal_1.h>
@@ -7,10 +8,11 @@
 extern "C" {
 #endif
 
-/* The accessor is the host's and outlives the component's library. */
+/** The accessor is the host's and outlives the component's library. */
 typedef struct ZolMgmtSpiPortalAccessor
 {
-    /* The portal of that version, or null if the host has none. This component asks for "1" and "3". */
+    /** Gives the portal of that version, a text in decimals, or null if the host has none. This component
+     * asks for "1", which it needs, and for "3", each once from within zolLCMinit. */
     ZolMgmtSpiInterfacePortal_1* (*getPortal)(const char* version);
 } ZolMgmtSpiPortalAccessor;
 

@@ -1,4 +1,5 @@
-/* The channel over which a component tells the operator why it refused: "ZolMgmtSpiThreadContext",
+/** @file
+ * The channel over which a component tells the operator why it refused: "ZolMgmtSpiThreadContext",
  * version "2". */
 #pragma once
 
@@ -10,15 +11,19 @@
 extern "C" {
 #endif
 
-/* The table is the host's and outlives the component's library. */
+/** The table is the host's and outlives the component's library. */
 typedef struct ZolMgmtSpiThreadContext
 {
-    const char* componentName; /* identity of the table, a ZolMgmtSpiInterface_1 */
-    const char* interfaceName;
-    const char* version;
-    /* Adds a text to what the operator of the calling thread's request gets to see; 0: done. Called from
-     * within a component's operation, on its thread. The text is the caller's and gone after the call: the
-     * host copies it. This component's category is always 1. */
+    const char* componentName; /**< who offers the table */
+    const char* interfaceName; /**< "ZolMgmtSpiThreadContext" */
+    const char* version;       /**< "2" */
+    /** Adds a text to what the operator of the calling thread's request gets to see. Called from within a
+     * component's operation, on its thread and with its lock held: the host must not wait for another thread
+     * that may call the component. The text ends in a null byte, is the caller's and gone after the call: the
+     * host copies it. This component's category is always 1.
+     *
+     * @retval 0 done
+     * @retval other the text is lost and the component logs it; the operation goes on as before */
     ZolReturnT (*addMessage)(uint32_t category, const char* text);
 } ZolMgmtSpiThreadContext;
 

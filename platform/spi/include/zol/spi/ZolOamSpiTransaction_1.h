@@ -1,4 +1,5 @@
-/* The host's transaction service as a component sees it: "ZolOamSpiTransaction", version "1". */
+/** @file
+ * The host's transaction service as a component sees it: "ZolOamSpiTransaction", version "1". */
 #pragma once
 
 #include <zol/spi/ZolOamSpiTransactionalResource_1.h>
@@ -7,15 +8,18 @@
 extern "C" {
 #endif
 
-/* The table is the host's and outlives the component's library. */
+/** The table is the host's and outlives the component's library. */
 typedef struct ZolOamSpiTransaction_1
 {
-    const char* componentName; /* identity of the table, a ZolMgmtSpiInterface_1 */
-    const char* interfaceName;
-    const char* version;
-    /* The component takes part in the transaction and wants to be driven through `resource`; 0: accepted.
-     * Called on the thread that called join and from within it, with the component's lock held: the host must
-     * not wait for another thread that may call the component. */
+    const char* componentName; /**< who offers the table */
+    const char* interfaceName; /**< "ZolOamSpiTransaction" */
+    const char* version;       /**< "1" */
+    /** The component takes part in the transaction and wants to be driven through `resource`, which stays in
+     * place until its library is unloaded. Called on the thread that called join and from within it, with the
+     * component's lock held: the host must not wait for another thread that may call the component.
+     *
+     * @retval 0 accepted
+     * @retval other refused, and join gives that code */
     ZolReturnT (*registerParticipant)(unsigned long txHandle, ZolOamSpiTransactionalResource_1* resource);
 } ZolOamSpiTransaction_1;
 

@@ -1,4 +1,5 @@
-/* How the host's transactions drive a component: "ZolOamSpiTransactionalResource", version "1". */
+/** @file
+ * How the host's transactions drive a component: "ZolOamSpiTransactionalResource", version "1". */
 #pragma once
 
 #include <zol/spi/ZolMgmtSpiInterface_1.h>
@@ -8,29 +9,45 @@
 extern "C" {
 #endif
 
-/* The table is the component's and stays valid until its library is unloaded. From a start that
- * returned 0 on any thread may call: the component serialises by itself. A transaction goes join, calls on
- * its objects, prepare, then commit or abort, then finish; the component does not enforce that order. Any
- * operation may give -1 for want of memory. */
+/** The table is the component's and stays valid until its library is unloaded. From a start that returned 0
+ * on any thread may call: the component lets one operation through at a time. A transaction goes join, calls
+ * on its objects, prepare, then commit or abort, then finish; the component does not enforce that order. The
+ * host chooses the handles. Any operation may give -1 for want of memory. */
 typedef struct ZolOamSpiTransactionalResource_1
 {
-    const char* componentName; /* identity of the table, a ZolMgmtSpiInterface_1 */
-    const char* interfaceName;
-    const char* version;
-    /* Opens the transaction in the component, which registers as participant from within the call, so the
-     * host must offer the interface "ZolOamSpiTransaction". 0: open. Otherwise the host's code for the
-     * refused registration. Not to be called again before finish: what is opened then is lost. */
+    const char* componentName; /**< who offers the table */
+    const char* interfaceName; /**< "ZolOamSpiTransactionalResource" */
+    const char* version;       /**< "1" */
+    /** Opens the transaction in the component, which registers as participant from within the call, so the
+     * host must offer the interface "ZolOamSpiTransaction". Not to be called again before finish: what is
+     * opened then is lost.
+     *
+     * @retval 0 open
+     * @retval other the host's code for the refused registration; nothing is open */
     ZolReturnT (*join)(unsigned long txHandle);
-    /* Always 0: there is nothing to prepare. */
+    /** There is nothing to prepare, whatever the handle.
+     *
+     * @retval 0 always */
     ZolReturnT (*prepare)(unsigned long txHandle);
-    /* Does on disk what the transaction holds; blocks for as long as that takes. 0: done, but what could not
-     * be removed is still there, and a mode that could not be set is in the log. -1: a directory could not be
-     * created; what was done stays, the rest is forgotten. -2: unknown handle. The transaction remains until
-     * finish. */
+    /** Does on disk what the transaction holds: removes files, creates directories, removes directories, in
+     * that order. Blocks for as long as that takes. The transaction remains until finish, its iterators
+     * don't.
+     *
+     * @retval 0 done, but what could not be removed is still there, and a mode that could not be set is in
+     * the log
+     * @retval -1 a directory could not be created; what was done stays, the rest is forgotten
+     * @retval -2 unknown handle */
     ZolReturnT (*commit)(unsigned long txHandle);
-    /* Forgets what the transaction holds. -2: unknown handle. The transaction remains until finish. */
+    /** Forgets what the transaction holds. The transaction remains until finish, its iterators don't.
+     *
+     * @retval 0 done
+     * @retval -2 unknown handle */
     ZolReturnT (*abort)(unsigned long txHandle);
-    /* Ends the transaction; names handed out in it are no longer valid. -2: unknown handle. */
+    /** Ends the transaction; what was not committed is forgotten. Names handed out in it are no longer valid,
+     * results are.
+     *
+     * @retval 0 the handle is free
+     * @retval -2 unknown handle */
     ZolReturnT (*finish)(unsigned long txHandle);
 } ZolOamSpiTransactionalResource_1;
 

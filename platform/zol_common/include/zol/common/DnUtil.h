@@ -5,6 +5,7 @@
 namespace Zol
 {
 
+/// What a DN tells by itself.
 class DnUtil
 {
 public:

@@ -30,21 +30,25 @@ public:
     /// A reference to another object by its DN; compares as that text.
     struct MoRef
     {
-        std::string dn;
+        std::string dn; ///< the DN as a text
 
+        /// Orders as the texts do.
         // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the comparison with 0 for a pointer
         auto operator<=>(const MoRef&) const = default;
     };
 
+    /// Neither argument has an effect on the installed repository.
     MoAccessor(ZolLockPolicyT lockPolicy, int timeoutSeconds);
     MoAccessor(const MoAccessor&) = delete;
     MoAccessor& operator=(const MoAccessor&) = delete;
     ~MoAccessor(); // NOLINT(performance-trivially-destructible): a symbol of the library, whatever it does
 
-    /// Writes the DN of the first instance of a class path into `dn`. Throws if there is none.
+    /// Writes the DN of the first instance of a class path into `dn` and gives 0. Throws ZolException if
+    /// there is none.
     ZolReturnT getFirstMoInstance(const std::string& classPath, std::string& dn);
 
-    /// Fills `children` with the DNs of the children of that class.
+    /// Fills `children` with the DNs of the children of that class and gives 0; without a repository there
+    /// are none. Throws what the repository throws.
     ZolReturnT getChildren(const std::string& parentDn, const std::string& className,
                            std::list<std::string>& children);
 
@@ -57,6 +61,7 @@ public:
     template<class T>
     std::vector<T> getSeqAttr(const std::string& dn, const std::string& attributeName);
 
+    /// The type code that belongs to T.
     template<class T>
     static ZolOamSpiMoAttributeType_3 getSpiType();
 
@@ -64,6 +69,7 @@ public:
     static void validateType(const ZolMoAttributeValueContainer_3& container,
                              const ZolOamSpiMoAttributeType_3& type);
 
+    /// One value as a T; its type is not looked at.
     template<class T>
     static T extractAttr(const ZolMoAttributeValue_3& value);
 };

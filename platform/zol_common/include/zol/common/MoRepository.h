@@ -30,6 +30,7 @@ public:
     /// Sets the repository of this process, or none with null; the caller keeps it alive until
     /// the next call has returned and no call in it is under way.
     static void install(MoRepository* repository) noexcept;
+    /// The one that is set, or null.
     static MoRepository* installed() noexcept;
 };
 

@@ -5,6 +5,7 @@
 namespace Zol
 {
 
+/// Memory of results. Any thread may call.
 class MoUtils
 {
 public:

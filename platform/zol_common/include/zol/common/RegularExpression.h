@@ -21,6 +21,7 @@ public:
     RegularExpression& operator=(const RegularExpression&) = delete;
     ~RegularExpression();
 
+    /// Whether it can match anything at all.
     bool isExpressionValid() const { return _valid; }
 
     /// True on a match; always false if the expression is not valid. `flags` are those of `regexec`.

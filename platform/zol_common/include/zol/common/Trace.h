@@ -7,10 +7,11 @@ namespace Zol
 class Trace
 {
 public:
+    /// Who traces.
     enum Subsystem : unsigned int
     {
-        Common = 1,
-        FileM = 2
+        Common = 1, ///< the companion library
+        FileM = 2   ///< the component
     };
 };
 

@@ -9,12 +9,14 @@ namespace Zol
 class Transaction
 {
 public:
+    /// Works in the transaction of that handle from now on; until then in none, as 0 says.
     void useTransaction(const unsigned long& txHandle) { _txHandle = txHandle; }
 
 protected:
     Transaction() = default;
     ~Transaction() = default;
 
+    /// The handle of the transaction.
     unsigned long txHandle() const { return _txHandle; }
 
 private:

@@ -5,6 +5,7 @@
 namespace Zol
 {
 
+/// Codes in words.
 class ZolReturn
 {
 public:

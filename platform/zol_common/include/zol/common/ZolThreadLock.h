@@ -13,7 +13,9 @@ public:
     ZolThreadLock(const ZolThreadLock&) = delete;
     ZolThreadLock& operator=(const ZolThreadLock&) = delete;
 
+    /// Waits until it is free. Not to be called again by the thread that has it.
     void lock();
+    /// Frees it, on the thread that has it.
     void unlock();
 
 private:
