@@ -1,7 +1,7 @@
 #pragma once
 
-#include <list>
 #include <memory>
+#include <vector>
 
 namespace Zol
 {
@@ -71,8 +71,9 @@ public:
     void free();
 
 private:
-    std::list<void*> _strings;
-    std::list<OwnedObjBase*> _objects;
+    // a list would take as much memory again for each of many short names
+    std::vector<void*> _strings;
+    std::vector<OwnedObjBase*> _objects;
 };
 
 } // namespace Zol

@@ -12,9 +12,14 @@ const std::string noHousekeepingMarker(".filemnohousekeeping");
 const std::string noDirectoryCreateMarker(".filemnodirectorycreate");
 const std::string noDirectoryDeleteMarker(".filemnodirectorydelete");
 
+Poco::File markerIn(const std::string& directory, const std::string& marker)
+{
+    return {directory + "/" + marker};
+}
+
 Poco::File markerIn(const Poco::Path& directory, const std::string& marker)
 {
-    return {directory.toString() + "/" + marker};
+    return markerIn(directory.toString(), marker);
 }
 
 } // namespace
@@ -36,13 +41,22 @@ bool FileManagementConstrainsUtil::isNoDirectoryDelete(const std::string& name)
 
 bool FileManagementConstrainsUtil::isHidden(const Poco::Path& path)
 {
-    const std::string& name = path.getFileName();
-    return isNoHousekeeping(name) || isNoDirectoryCreate(name) || isNoDirectoryDelete(name);
+    return isHiddenName(path.getFileName());
+}
+
+bool FileManagementConstrainsUtil::isHiddenName(std::string_view name)
+{
+    return name == noHousekeepingMarker || name == noDirectoryCreateMarker || name == noDirectoryDeleteMarker;
 }
 
 bool FileManagementConstrainsUtil::isDirectoryCreateAllowed(const Poco::Path& path)
 {
-    return !markerIn(path, noDirectoryCreateMarker).exists();
+    return isDirectoryCreateAllowedIn(path.toString());
+}
+
+bool FileManagementConstrainsUtil::isDirectoryCreateAllowedIn(const std::string& directory)
+{
+    return !markerIn(directory, noDirectoryCreateMarker).exists();
 }
 
 bool FileManagementConstrainsUtil::isDirectoryDeleteAllowed(const Poco::Path& path)

@@ -2,6 +2,7 @@
 
 #include <Poco/Path.h>
 #include <string>
+#include <string_view>
 
 namespace ZolFileManagementCommon
 {
@@ -19,8 +20,10 @@ public:
 
     /// The file name of the path is a marker's; a path in directory form is never hidden.
     static bool isHidden(const Poco::Path& path);
+    static bool isHiddenName(std::string_view name);
 
     static bool isDirectoryCreateAllowed(const Poco::Path& path);
+    static bool isDirectoryCreateAllowedIn(const std::string& directory); ///< for the text of a path
     /// Any marker protects its directory from deletion, which would remove the marker.
     static bool isDirectoryDeleteAllowed(const Poco::Path& path);
     static bool isHouskeeepingAllowed(const Poco::Path& path);

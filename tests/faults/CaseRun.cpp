@@ -130,14 +130,17 @@ Fault faultThatCame(const Failure& failure, const std::string& root)
         {
             ++fault.occurrence;
         }
-        if (call.function == Function::Opendir)
+        if (call.function == Function::Opendir || call.function == Function::Open)
         {
             fault.read[path].clear();
         }
-        const std::string entry = call.entry.data();
-        if (call.function == Function::Readdir && !entry.empty() && entry != "." && entry != "..")
+        std::istringstream entries(call.entries.data());
+        for (std::string entry; std::getline(entries, entry, '/');)
         {
-            fault.read[path].push_back(entry);
+            if (entry != "." && entry != "..")
+            {
+                fault.read[path].push_back(entry);
+            }
         }
     }
     return fault;

@@ -127,21 +127,13 @@ std::vector<Scenario> directoryDeletionScenarios(const std::string& root)
         .rules = lookRules(root, "e", notThere),
         .memory = {traced},
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
         .commits = true,
     };
     append(empty.rules, std::vector<Rule>{
                             on({Function::Stat}, "e/.filemno*", Change{}),
                             // a walk that ends early has seen no file either
-                            on({Function::Stat}, "e", Change{}),
-                            on({Function::Stat}, "e/*",
-                               [traced](const Fault& fault) {
-                                   // the fifth and the sixth look are whether there is a directory to walk
-                                   // through
-                                   return Changes{fault.occurrence <= 4 ? traced : Change{}};
-                               }),
-                            on({Function::Opendir}, "e*", traced),
-                            on({Function::Readdir, Function::Closedir}, "e*", Change{}),
+                            on({Function::Open}, "e*", traced),
+                            on({Function::Getdents, Function::Close}, "e*", Change{}),
                             of(Caller::Component, on({Function::Lstat}, "e/*", warned)),
                         });
 
@@ -157,11 +149,10 @@ std::vector<Scenario> directoryDeletionScenarios(const std::string& root)
         .rules = lookRules(root, "d", notThere),
         .memory = {{.answer = "ok", .moreLog = {UNEXPECTED}, .gone = Texts{"d"}}},
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
         .commits = true,
     };
     full.rules.push_back(on({Function::Stat}, "d/.filemno*", Change{}));
-    append(full.rules, walkOfD(root, 3, ifFilesSeen));
+    append(full.rules, walkOfD(root, ifFilesSeen));
 
     Scenario marked{
         .name = "deleteMo of a directory that refuses it",
@@ -197,9 +188,8 @@ std::vector<Scenario> actionScenarios(const std::string& root)
         .name = "action removeFile",
         .operation = [](Stage& stage) { return stage.action(D, "removeFile", ".*"); },
         .expected = {.answer = "bool[true]", .gone = {"d/a.txt", "d/b"}},
-        .rules = walkOfD(root, 1, filesSeen),
+        .rules = walkOfD(root, filesSeen),
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
         .commits = true,
     };
     for (const Texts& seen : {Texts{}, Texts{"a.txt"}, Texts{"b"}, Texts{"a.txt", "b"}})

@@ -2,6 +2,7 @@
 #include "support/DistinguishedNames.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace faults
 {
@@ -67,20 +68,9 @@ Changes withoutMode(const Fault& fault, const std::string& root)
 }
 
 /// Parts of what a commit removes may stay when the way to it can't be looked at. The rest is done.
-Changes someStay(const Fault& fault)
+Changes someStay(const Fault&)
 {
-    // a removal begins at the directory that holds what is to go
-    const std::string top = fault.path.empty() || fault.path.starts_with("e") ? "e" : "d/b";
-    Changes changes = {Change{}};
-    Texts rest = GONE;
-    std::erase(rest, top);
-    changes.push_back({.gone = rest});
-    if (top == "e")
-    {
-        changes.push_back({.gone = Texts{"d/b", "e/x"}});
-        changes.push_back({.gone = Texts{"d/b", "e/x/y"}});
-    }
-    return changes;
+    return {Change{}, {.gone = Texts{"d/b"}}, {.gone = Texts{"d/b", "e/x"}}, {.gone = Texts{"d/b", "e/x/y"}}};
 }
 
 Changes staysAtLeast(const Fault& fault)
@@ -91,18 +81,81 @@ Changes staysAtLeast(const Fault& fault)
     return changes;
 }
 
+/// New directories that take more than one step: one has no parent yet, one has been there before.
+Scenario commitBesideOthers(const std::string& root)
+{
+    const Texts made = {"d 0755 d/none", "d 0770 d/none/in", "d 0770 s", "d 0770 s/low"};
+    const auto stoppedWith = [](const Texts& before) {
+        return Change{.answer = "code -1", .log = Texts{FAILURE}, .made = sorted(before)};
+    };
+    const auto withoutMode = [root](const std::string& path, const Texts& left) {
+        return on({Function::Chmod}, path,
+                  {.moreLog = {"severity-4 Unable to modify the permissions of " + root + "/" + path + "/"},
+                   .made = sorted(left)});
+    };
+    Scenario commit{
+        .name = "commit of directories without a parent or already there",
+        .operation = [](Stage& on) { return on.commit(); },
+        .expected = {.answer = "ok", .made = made},
+        .rules =
+            {
+                of(Caller::Component, on({Function::Mkdir}, "*", Change{})),
+                of(Caller::Poco, on({Function::Mkdir}, "d/none", stoppedWith({}))),
+                of(Caller::Poco, on({Function::Mkdir}, "d/none/in", stoppedWith({made[0]}))),
+                // what can't be looked at isn't there, and is then found to be when it is made
+                on({Function::Stat, Function::Fstatat}, "*", Change{}),
+                withoutMode("d/none/in", {"d 0755 d/none", "d 0755 d/none/in", made[2], made[3]}),
+                withoutMode("s", {made[0], made[1], "d 2770 s/low"}),
+                withoutMode("s/low", {made[0], made[1], made[2], "d 0755 s/low"}),
+            },
+        .prepare =
+            [](Stage& on) {
+                on.transaction->create(fileGroup("none", fileGroup("d")), "in");
+                on.transaction->create(zoltest::fileM, "s");
+                on.transaction->create(fileGroup("s"), "low");
+            },
+    };
+    for (std::size_t count = 0; count <= made.size(); ++count)
+    {
+        commit.memory.push_back(
+            stoppedWith({made.begin(), made.begin() + static_cast<std::ptrdiff_t>(count)}));
+    }
+    commit.memory.push_back(stoppedWith({made[0], "d 0755 d/none/in"}));
+    commit.memory.push_back(stoppedWith({made[0], made[1], made[2], "d 0755 s/low"}));
+    return commit;
+}
+
+/// A directory in the place of a deleted file, which takes more than one step too.
+Scenario commitOfWhatHasChanged()
+{
+    const Change stays = {.gone = Texts{}, .made = Texts{"d 0755 d/b"}};
+    const auto mayStay = [stays](const Fault&) { return Changes{Change{}, stays}; };
+    return {
+        .name = "commit that finds a directory in the place of a file",
+        .operation = [](Stage& on) { return on.commit(); },
+        .expected = {.answer = "ok", .gone = {"d/b"}},
+        .rules =
+            {
+                on({Function::Unlink}, "d/b", Change{}),
+                on({Function::Unlinkat}, "d/b", stays),
+                on({Function::Open, Function::Openat, Function::Fstat, Function::Fstatat, Function::Fcntl,
+                    Function::Fdopendir, Function::Readdir, Function::Closedir, Function::Close},
+                   "d*", mayStay),
+            },
+        .memory = {stays},
+        .prepare =
+            [](Stage& on) {
+                on.transaction->deleteMo(fileInformation("b", fileGroup("d")));
+                std::filesystem::remove(on.surroundings.root("d/b"));
+                on.surroundings.tree.directory("d/b");
+            },
+    };
+}
+
 } // namespace
 
 std::vector<Scenario> commitScenarios(const std::string& root)
 {
-    const auto createdOrStopped = [](const Fault&) {
-        Changes changes = {Change{}};
-        for (std::size_t made = 0; made < NEW.size(); ++made)
-        {
-            changes.push_back(stopped(made));
-        }
-        return changes;
-    };
     const auto stage = [](Stage& on) {
         on.transaction->deleteMo(fileInformation("b", fileGroup("d")));
         on.transaction->create(fileGroup("d"), "new");
@@ -115,7 +168,6 @@ std::vector<Scenario> commitScenarios(const std::string& root)
                                          Function::Fstatat, Function::Opendir,  Function::Fdopendir,
                                          Function::Readdir, Function::Open,     Function::Openat,
                                          Function::Close,   Function::Closedir, Function::Fcntl};
-    const std::vector<Function> opening = {Function::Open, Function::Fstat, Function::Close};
     const std::vector<Function> removals = {Function::Unlink, Function::Unlinkat, Function::Rmdir,
                                             Function::Remove};
 
@@ -125,39 +177,31 @@ std::vector<Scenario> commitScenarios(const std::string& root)
         .expected = {.answer = "ok", .gone = GONE, .made = MADE},
         .rules =
             {
-                on(removals, "d/b", staysAtLeast),
+                // what fails here is done again in more steps
+                on({Function::Unlink}, "d/b", Change{}),
+                on({Function::Mkdir}, "*", Change{}),
                 on(removals, "e*", staysAtLeast),
-                on(looks, "d/b", someStay),
                 on(looks, "e*", someStay),
-                on(opening, "d", someStay),
-                on(opening, "", someStay),
-                on({Function::Mkdir}, "*",
-                   [](const Fault& fault) { return Changes{stopped(indexOf(fault.path))}; }),
+                on({Function::Open, Function::Fstat, Function::Close}, "", someStay),
                 on({Function::Chmod}, "*", [root](const Fault& fault) { return withoutMode(fault, root); }),
                 // a parent that can't be looked at has no bit to pass on
-                of(Caller::Component,
-                   on({Function::Stat}, "s", {.made = sorted(modes("0770", "0770", "0770", "0770"))})),
-                of(Caller::Component,
-                   on({Function::Stat}, "s/low", {.made = sorted(modes("0770", "0770", "2770", "0770"))})),
-                of(Caller::Component, on({Function::Stat}, "d*", Change{})),
-                // whether a way down is there already: what POCO makes of it
-                of(Caller::Poco, on({Function::Stat}, "*", createdOrStopped)),
+                on({Function::Fstatat}, "s", {.made = sorted(modes("0770", "0770", "0770", "0770"))}),
+                on({Function::Fstatat}, "s/low", {.made = sorted(modes("0770", "0770", "2770", "0770"))}),
+                on({Function::Fstatat}, "d*", Change{}),
             },
         .prepare = stage,
     };
-    commit.memory = createdOrStopped({});
-    for (std::size_t made = 1; made <= NEW.size(); ++made)
+    for (std::size_t made = 0; made < NEW.size(); ++made)
     {
-        commit.memory.push_back(stoppedBeforeTheMode(made));
+        commit.memory.push_back(stopped(made));
+        commit.memory.push_back(stoppedBeforeTheMode(made + 1));
     }
-    for (const std::string path : {"e", "d/b"})
-    {
-        append(commit.memory, someStay({{}, {}, path, 0, 0, {}}));
-    }
+    append(commit.memory, someStay({{}, {}, "e", 0, 0, {}}));
     commit.memory.push_back({.answer = "code -1", .log = Texts{FAILURE}, .gone = Texts{}, .made = Texts{}});
     commit.memory.push_back({.answer = "code -1", .log = Texts{FAILURE}, .gone = Texts{"d/b"}});
-    commit.pocoLosesMemory = true;
     return {commit,
+            commitBesideOthers(root),
+            commitOfWhatHasChanged(),
             {
                 .name = "abort",
                 .operation = [](Stage& on) { return on.abort(); },

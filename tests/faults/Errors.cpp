@@ -30,6 +30,7 @@ const std::vector<int>& errorsOf(Function function)
         {Function::Fcntl, {EMFILE}},
         {Function::Fstat, ofFiles},
         {Function::Readdir, ofFiles},
+        {Function::Getdents, ofFiles},
         {Function::Fgets, ofFiles},
         {Function::Close, {EIO, ENOSPC}},
         {Function::Closedir, {EIO}},

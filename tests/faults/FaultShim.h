@@ -23,6 +23,7 @@ enum class Function
     Opendir,
     Fdopendir,
     Readdir,
+    Getdents,
     Closedir,
     Open,
     Openat,
@@ -59,9 +60,9 @@ enum class Caller
 struct Call
 {
     Function function;
-    const void* place;          ///< that it returns to
-    std::array<char, 200> path; ///< empty where there is none; of `readdir` the directory
-    std::array<char, 64> entry; ///< what `readdir` gave
+    const void* place;             ///< that it returns to
+    std::array<char, 200> path;    ///< empty where there is none; of those two the directory
+    std::array<char, 200> entries; ///< what `readdir` and `getdents64` gave, a slash behind each
 };
 
 /// Fails the given call of a function: the first is 1. It happens once.

@@ -97,7 +97,11 @@ SHIM(int, fstatat64, noexcept, (int directory, const char* name, struct stat64* 
      (directory, name, status, flags), Fstatat, SHIM_TWO(directory, name), -1)
 SHIM(int, access, noexcept, (const char* path, int mode), (path, mode), Access, path, -1)
 SHIM(int, mkdir, noexcept, (const char* path, mode_t mode), (path, mode), Mkdir, path, -1)
+SHIM(int, mkdirat, noexcept, (int directory, const char* name, mode_t mode), (directory, name, mode), Mkdir,
+     SHIM_TWO(directory, name), -1)
 SHIM(int, chmod, noexcept, (const char* path, mode_t mode), (path, mode), Chmod, path, -1)
+SHIM(int, fchmodat, noexcept, (int directory, const char* name, mode_t mode, int flags),
+     (directory, name, mode, flags), Chmod, SHIM_TWO(directory, name), -1)
 SHIM(int, unlink, noexcept, (const char* path), (path), Unlink, path, -1)
 SHIM(int, unlinkat, noexcept, (int directory, const char* name, int flags), (directory, name, flags),
      Unlinkat, SHIM_TWO(directory, name), -1)
@@ -203,6 +207,20 @@ Entry* readNext(DIR* directory, Real real, const void* place)
 }
 
 } // namespace
+
+extern "C" ssize_t getdents64(int directory, void* buffer, size_t room) noexcept
+{
+    static auto* const real = next<ssize_t(int, void*, size_t)>("getdents64");
+    const ssize_t size = through<ssize_t>(judge(Function::Getdents, directory, nullptr, SHIM_PLACE), -1,
+                                          [&] { return real(directory, buffer, room); });
+    for (ssize_t at = 0; at < size;)
+    {
+        const auto* entry = reinterpret_cast<const dirent64*>(static_cast<const char*>(buffer) + at);
+        faultshim::noteEntry(entry->d_name);
+        at += entry->d_reclen;
+    }
+    return size;
+}
 
 extern "C" struct dirent* readdir(DIR* directory)
 {

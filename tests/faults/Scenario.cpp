@@ -33,7 +33,7 @@ Texts Fault::before(const std::string& at) const
 
 Texts Fault::before() const
 {
-    return before(function == Function::Readdir ? path + "/" : path);
+    return before(function == Function::Getdents ? path + "/" : path);
 }
 
 bool Rule::fits(const Fault& fault) const
@@ -41,12 +41,6 @@ bool Rule::fits(const Fault& fault) const
     return std::find(functions.begin(), functions.end(), fault.function) != functions.end() &&
            (!caller || *caller == fault.caller) && matches(path, fault.path) &&
            (occurrence == 0 || occurrence == fault.occurrence);
-}
-
-Rule on(std::vector<Function> functions, const std::string& path,
-        std::function<Changes(const Fault&)> expected, unsigned long occurrence)
-{
-    return {std::move(functions), std::nullopt, path, occurrence, std::move(expected)};
 }
 
 Rule on(std::vector<Function> functions, const std::string& path, const Change& expected,
@@ -72,8 +66,7 @@ bool isFileOfD(const std::string& name)
     return name == "a.txt" || name == "b";
 }
 
-std::vector<Rule> walkOfD(const std::string& root, unsigned long look,
-                          const std::function<Change(const Texts& seen)>& shortened)
+std::vector<Rule> walkOfD(const std::string& root, const std::function<Change(const Texts& seen)>& shortened)
 {
     const auto traced = [shortened](const Texts& seen) {
         Change change = shortened(seen);
@@ -81,19 +74,15 @@ std::vector<Rule> walkOfD(const std::string& root, unsigned long look,
         return Changes{change};
     };
     return {
-        // a directory that isn't there has nothing in it
-        on({Function::Stat}, "d", shortened({}), look),
-        on({Function::Opendir}, "d", [traced](const Fault&) { return traced({}); }),
-        // to POCO the end of the directory and a failure to read on look alike
-        on({Function::Readdir}, "d",
+        on({Function::Open}, "d", [traced](const Fault&) { return traced({}); }),
+        // the end of the directory and a failure to read on look alike
+        on({Function::Getdents}, "d",
            [shortened](const Fault& fault) { return Changes{shortened(fault.before())}; }),
-        on({Function::Closedir}, "d", Change{}),
+        on({Function::Close}, "d", Change{}),
         of(Caller::Component, on({Function::Lstat}, "d/*",
                                  [root](const Fault& fault) {
                                      return Changes{{.moreLog = {linkWarning(root + "/" + fault.path)}}};
                                  })),
-        of(Caller::Poco,
-           on({Function::Stat}, "d/*", [traced](const Fault& fault) { return traced(fault.before()); })),
     };
 }
 

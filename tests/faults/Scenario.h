@@ -3,10 +3,12 @@
 #include "FaultShim.h"
 #include "Surroundings.h"
 
+#include <concepts>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace faults
@@ -108,8 +110,7 @@ struct Scenario
     /// What may come of a lack of memory, beside an outcome that shows none of it but a line less in the log.
     Changes memory = {};
     bool diesWithoutMemory = false; ///< the operation is one that throws nothing
-    /// POCO's directory iterator loses itself and its open directory if it can't be completed, and its parser
-    /// loses parts of the document.
+    /// POCO's parser loses parts of the document.
     bool pocoLosesMemory = false;
     std::size_t keptBlocks = 0; ///< that may stay for the rest of the process
 
@@ -128,8 +129,13 @@ std::vector<Scenario> walkingScenarios(const std::string& root);
 std::vector<Scenario> allScenarios(const std::string& root);
 
 // For the rules of all of them.
-Rule on(std::vector<faultshim::Function> functions, const std::string& path,
-        std::function<Changes(const Fault&)> expected, unsigned long occurrence = 0);
+// A template, since clang 14 would try to make a std::function of the braces that are to become a Change.
+template<std::invocable<const Fault&> Expected>
+Rule on(std::vector<faultshim::Function> functions, const std::string& path, Expected expected,
+        unsigned long occurrence = 0)
+{
+    return {std::move(functions), std::nullopt, path, occurrence, std::move(expected)};
+}
 Rule on(std::vector<faultshim::Function> functions, const std::string& path, const Change& expected,
         unsigned long occurrence = 0);
 Rule of(faultshim::Caller caller, Rule rule);
@@ -140,9 +146,8 @@ inline const std::string NO_MEMORY = "plain Unexpected exception :std::bad_alloc
 std::string linkWarning(const std::string& path);
 
 /// The rules of a walk through the files of `d` or through its directories, of which the names of the
-/// matching entries that were seen decide. Its first look at the directory is the given one of all looks.
-std::vector<Rule> walkOfD(const std::string& root, unsigned long look,
-                          const std::function<Change(const Texts& seen)>& shortened);
+/// matching entries that were seen decide.
+std::vector<Rule> walkOfD(const std::string& root, const std::function<Change(const Texts& seen)>& shortened);
 bool isFileOfD(const std::string& name);
 
 template<class Part>

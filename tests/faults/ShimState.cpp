@@ -18,10 +18,10 @@ namespace
 {
 
 constexpr std::array<const char*, FUNCTIONS> names{
-    "stat",     "lstat",   "fstat",   "fstatat",      "access",    "mkdir",   "chmod",    "unlink",
-    "unlinkat", "rmdir",   "remove",  "opendir",      "fdopendir", "readdir", "closedir", "open",
-    "openat",   "fcntl",   "close",   "readlink",     "fdopen",    "popen",   "fgets",    "pclose",
-    "fork",     "regcomp", "regexec", "operator new", "strdup",    "calloc",  "malloc"};
+    "stat",     "lstat",  "fstat",   "fstatat", "access",       "mkdir",   "chmod",      "unlink",
+    "unlinkat", "rmdir",  "remove",  "opendir", "fdopendir",    "readdir", "getdents64", "closedir",
+    "open",     "openat", "fcntl",   "close",   "readlink",     "fdopen",  "popen",      "fgets",
+    "pclose",   "fork",   "regcomp", "regexec", "operator new", "strdup",  "calloc",     "malloc"};
 
 // The thread's own flags are part of the block that the thread has from its start: reaching them allocates
 // nothing.
@@ -119,7 +119,7 @@ void note(Function function, const char* path, const void* place)
     call.function = function;
     call.place = place;
     copy(path, call.path.data(), call.path.size());
-    call.entry[0] = '\0';
+    call.entries[0] = '\0';
 }
 
 void begin()
@@ -264,8 +264,16 @@ void noteEntry(const char* name)
 {
     if (isArmed && !isSuspended)
     {
-        auto& entry = noted[notedCount - 1].entry;
-        copy(name, entry.data(), entry.size());
+        auto& entries = noted[notedCount - 1].entries;
+        const std::size_t end = std::strlen(entries.data());
+        const std::size_t length = std::strlen(name);
+        if (end + length + 2 > entries.size())
+        {
+            std::fputs("more entries than the shim can note\n", stderr);
+            std::_Exit(3);
+        }
+        copy(name, entries.data() + end, length + 1);
+        copy("/", entries.data() + end + length, 2);
     }
 }
 

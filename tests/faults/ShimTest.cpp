@@ -97,7 +97,7 @@ TEST_F(Shim, NotesWhatADirectoryIsReadFor)
     {
         const faultshim::Call& call = faultshim::call(i);
         seen = seen || (call.function == Function::Readdir && path == call.path.data() &&
-                        std::string("only") == call.entry.data());
+                        std::string("only/") == call.entries.data());
     }
     EXPECT_TRUE(seen);
 }

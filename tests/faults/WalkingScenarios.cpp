@@ -27,8 +27,7 @@ std::vector<Scenario> existenceScenarios()
             .name = name,
             .operation = [dn](Stage& stage) { return stage.exists(dn); },
             .expected = {.answer = "yes"},
-            .rules = {on({Function::Stat}, path, Change{.answer = "no"}, 1),
-                      on({Function::Stat}, path, Change{.answer = "code -1"}, 2)},
+            .rules = {on({Function::Stat}, path, {.answer = "no"})},
             .memory = failure,
         };
     };
@@ -49,11 +48,10 @@ std::vector<Scenario> countScenarios(const std::string& root)
             .name = "countMoChildren of " + className,
             .operation = [className](Stage& stage) { return stage.count(D, className); },
             .expected = {.answer = answer},
-            .rules = walkOfD(root, 1, shortened),
+            .rules = walkOfD(root, shortened),
             .memory = {{.answer = "code -1"}},
             // the walk throws nothing
             .diesWithoutMemory = true,
-            .pocoLosesMemory = true,
         };
         for (const std::string fewer : {"0", "1", "2"})
         {
@@ -93,10 +91,9 @@ Scenario fileIteration(const std::string& root)
         .name = "newMoIterator and nextMo of FileInformation",
         .operation = [](Stage& stage) { return stage.children(D, "FileInformation"); },
         .expected = {.answer = "a.txt b"},
-        .rules = walkOfD(root, 1, files),
+        .rules = walkOfD(root, files),
         .memory = {{.answer = "code -1"}, {.answer = "code -1", .moreLog = {NO_MEMORY}}},
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
     };
     for (const Texts& seen : {Texts{}, Texts{"a.txt"}, Texts{"b"}, Texts{"a.txt", "b"}})
     {
@@ -159,11 +156,10 @@ Scenario linkIteration(const std::string& root)
         .expected = {.answer = "dir", .log = {gone}},
         .rules =
             {
-                on({Function::Stat}, "l", {.answer = "no name", .log = Texts{}}),
-                on({Function::Opendir}, "l", {.answer = "no name", .log = Texts{UNEXPECTED}}),
-                on({Function::Readdir}, "l",
+                on({Function::Open}, "l", {.answer = "no name", .log = Texts{UNEXPECTED}}),
+                on({Function::Getdents}, "l",
                    [=](const Fault& fault) { return Changes{endedAfter(fault.before(), {})}; }),
-                on({Function::Closedir}, "l", Change{}),
+                on({Function::Close}, "l", Change{}),
                 // as no link, it is asked what it is, and nothing is there
                 on({Function::Lstat}, "l/gone",
                    [=](const Fault& fault) {
@@ -186,7 +182,6 @@ Scenario linkIteration(const std::string& root)
                    {.answer = "no name", .log = Texts{UNEXPECTED, "?" + gone}},
                    {.answer = "dir", .log = Texts{UNEXPECTED, "?" + gone}}},
         .diesWithoutMemory = true,
-        .pocoLosesMemory = true,
     };
     return scenario;
 }

@@ -92,7 +92,8 @@ class Build:
             path.write_bytes(content)
 
     def copy_project(self, sources):
-        for name in ("CMakeLists.txt", "cmake", "common", "examples", "file_management", "host", "platform", "tests"):
+        for name in (
+                "CMakeLists.txt", "bench", "cmake", "common", "examples", "file_management", "host", "platform", "tests"):
             origin = ROOT / name
             for path in [origin] if origin.is_file() else origin.rglob("*"):
                 relative = path.relative_to(ROOT)

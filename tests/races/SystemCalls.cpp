@@ -122,6 +122,13 @@ DIR* fdopendir(int handle)
     return real(handle);
 }
 
+ssize_t getdents64(int handle, void* buffer, size_t room) noexcept
+{
+    show("getdents", "");
+    static auto* const real = next<ssize_t(int, void*, size_t)>("getdents64");
+    return real(handle, buffer, room);
+}
+
 struct dirent64* readdir64(DIR* stream)
 {
     show("readdir", "");
@@ -162,6 +169,20 @@ int mkdir(const char* path, mode_t mode) noexcept
     show("mkdir", path);
     static auto* const real = next<int(const char*, mode_t)>("mkdir");
     return real(path, mode);
+}
+
+int mkdirat(int directory, const char* name, mode_t mode) noexcept
+{
+    show("mkdir", name);
+    static auto* const real = next<int(int, const char*, mode_t)>("mkdirat");
+    return real(directory, name, mode);
+}
+
+int fchmodat(int directory, const char* name, mode_t mode, int flags) noexcept
+{
+    show("chmod", name);
+    static auto* const real = next<int(int, const char*, mode_t, int)>("fchmodat");
+    return real(directory, name, mode, flags);
 }
 
 int chmod(const char* path, mode_t mode) noexcept

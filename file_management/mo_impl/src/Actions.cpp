@@ -60,12 +60,14 @@ ZolReturnT FileMTransaction::removeFileAction(const Poco::Path& directory, const
         return -1;
     }
 
-    FileGroupIterator files(directory, _nonComittedData, true);
+    FileGroupIterator files(directory, _nonComittedData, true, FileGroupIterator::Span::OneCall);
     removed = false;
-    Poco::Path file;
-    while (files.getNext(file))
+    Poco::Path file = Poco::Path(directory).makeDirectory();
+    std::string name;
+    while (files.getNext(name))
     {
-        if (pattern.match(file.getFileName(), 0) && !isLink(file))
+        file.setFileName(name);
+        if (pattern.match(name, 0) && !(files.lastMayBeLink() && isLink(file)))
         {
             _nonComittedData.addDeletedFile(file);
             removed = true;

@@ -2,12 +2,12 @@
 #include "FileMTransaction.h"
 #include "FileManagementConstrainsUtil.h"
 #include "FileManagementZoleaWrapper.h"
+#include "FileStatus.h"
 #include "LogForms.h"
 #include "RdnValue.h"
 #include "TextCopy.h"
 #include "UnexpectedException.h"
 
-#include <Poco/File.h>
 #include <algorithm>
 #include <cstdlib>
 #include <zol/common/DnUtil.h>
@@ -55,12 +55,14 @@ ZolReturnT FileMTransaction::getAttribute(const char* dn, const char* attributeN
             ZOL_PLAIN_TRACE("File is hidden, path :%s, dn :%s", path.toString().c_str(), dn);
             return -2;
         }
-        if (!Poco::File(path).exists() && !_nonComittedData.isDirCreated(path))
+        FileStatus status(path);
+        if (!status.exists() && !_nonComittedData.isDirCreated(path))
         {
             std::string lookupDn = dn;
             if (replace3gppIllegalChars(lookupDn))
             {
                 path = convertDnToPath(lookupDn.c_str());
+                status = FileStatus(path);
             }
             else
             {
@@ -70,7 +72,7 @@ ZolReturnT FileMTransaction::getAttribute(const char* dn, const char* attributeN
 
         if (className == fileInformationClassName)
         {
-            getFileInformationAttribute(dn, attributeName, path, result);
+            getFileInformationAttribute(dn, attributeName, path, status, result);
             return 0;
         }
         if (className == fileGroupClassName)
@@ -155,7 +157,7 @@ void FileMTransaction::getFileGroupAttribute(const char* dn, const char* attribu
         getFileGroupFiles(dn, files);
         initAttrResult(attrTypeStruct, static_cast<unsigned int>(files.size()), result);
         clearElements(*result.container);
-        setAttrFilesResult(dn, files, result);
+        setAttrFilesResult(dn, std::move(files), result);
     }
     else
     {
@@ -164,7 +166,7 @@ void FileMTransaction::getFileGroupAttribute(const char* dn, const char* attribu
 }
 
 void FileMTransaction::getFileInformationAttribute(const char* dn, const char* attributeName,
-                                                   const Poco::Path& path,
+                                                   const Poco::Path& path, const FileStatus& status,
                                                    QenMoAttributeValueResult_3& result)
 {
     const std::string name = attributeName;
@@ -174,12 +176,11 @@ void FileMTransaction::getFileInformationAttribute(const char* dn, const char* a
     }
     else if (name == "modificationTime")
     {
-        setAttrStringResult(Poco::File(path).exists() ? getDate(path) : std::string(), result);
+        setAttrStringResult(status.exists() ? getDate(path) : std::string(), result);
     }
     else if (name == "size")
     {
-        const Poco::File file(path);
-        const Poco::File::FileSize size = file.exists() ? file.getSize() : 0;
+        const Poco::File::FileSize size = status.exists() ? status.size() : 0;
         initAttrResult(attrTypeInt, 1, result);
         result.container->values[0].intValue = static_cast<std::int64_t>(size);
     }

@@ -1,10 +1,10 @@
 #include "ClassNames.h"
 #include "FileMTransaction.h"
 #include "FileManagementConstrainsUtil.h"
+#include "FileStatus.h"
 #include "LogForms.h"
 #include "UnexpectedException.h"
 
-#include <Poco/File.h>
 #include <cstdint>
 #include <zol/common/DnUtil.h>
 
@@ -70,12 +70,11 @@ ZolReturnT FileMTransaction::next(unsigned long long iteratorId, char** name) no
         if (const auto group = _fileGroupIterators.find(iteratorId); group != _fileGroupIterators.end())
         {
             FileGroupIterator& iterator = *group->second;
-            Poco::Path path;
-            if (!iterator.getNext(path))
+            std::string value;
+            if (!iterator.getNext(value))
             {
                 return 0;
             }
-            std::string value = path.makeFile().getFileName();
             if (iterator._lastIsFile)
             {
                 alignNameWithQuestionMark(value);
@@ -116,8 +115,8 @@ ZolReturnT FileMTransaction::countMoChildren(const char* dn, const char* classNa
     {
         return 0;
     }
-    FileGroupIterator children(path, _nonComittedData, iterateFiles);
-    Poco::Path child;
+    FileGroupIterator children(path, _nonComittedData, iterateFiles, FileGroupIterator::Span::OneCall);
+    std::string child;
     while (children.getNext(child))
     {
         ++*count;
@@ -127,16 +126,28 @@ ZolReturnT FileMTransaction::countMoChildren(const char* dn, const char* classNa
 
 bool FileMTransaction::isDirContainingFiles(const Poco::Path& directory)
 {
-    Poco::Path entry;
-    FileGroupIterator files(directory, _nonComittedData, true);
-    if (files.getNext(entry))
+    return isDirContainingFiles(Poco::Path(directory).makeDirectory().toString());
+}
+
+bool FileMTransaction::isDirContainingFiles(const std::string& directory)
+{
+    std::string name;
+    FileGroupIterator files(directory, _nonComittedData, true, FileGroupIterator::Span::OneCall);
+    if (files.getNext(name))
     {
         return true;
     }
-    FileGroupIterator directories(directory, _nonComittedData, false);
-    while (directories.getNext(entry))
+    if (!files.hasMoreThanFiles() && _nonComittedData._createdDirs.empty())
     {
-        if (isDirContainingFiles(entry))
+        return false;
+    }
+    FileGroupIterator directories(directory, _nonComittedData, false, FileGroupIterator::Span::OneCall);
+    std::string subdirectory = directory;
+    while (directories.getNext(name))
+    {
+        subdirectory.replace(directory.size(), std::string::npos, name);
+        subdirectory += '/';
+        if (isDirContainingFiles(subdirectory))
         {
             return true;
         }
@@ -150,14 +161,18 @@ bool FileMTransaction::existsMo(const char* dn)
     {
         return false;
     }
-    const Poco::Path path = convertDnToPath(dn);
-    const Poco::File file(path);
-    const bool isGroup = Zol::DnUtil::getClass(dn) == fileGroupClassName;
-    if (!FileManagementConstrainsUtil::isHidden(path) && file.exists() && file.isDirectory() == isGroup)
+    const std::string text = dn; // once for both
+    const std::string path = convertDnToText(text);
+    const bool isGroup = Zol::DnUtil::getClass(text) == fileGroupClassName;
+    if (!FileManagementConstrainsUtil::isHiddenName(std::string_view(path).substr(path.rfind('/') + 1)))
     {
-        return true;
+        const FileStatus status(path);
+        if (status.exists() && status.isDirectory() == isGroup)
+        {
+            return true;
+        }
     }
-    return isGroup && _nonComittedData.isDirCreated(path);
+    return isGroup && _nonComittedData._createdDirs.containsText(path);
 }
 
 } // namespace ZolFileManagement

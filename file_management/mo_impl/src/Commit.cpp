@@ -1,14 +1,10 @@
 #include "FileMTransaction.h"
 #include "LogForms.h"
-#include "TextCopy.h"
+#include "NewDirectories.h"
 #include "TreeRemoval.h"
 
-#include <Poco/Exception.h>
-#include <Poco/File.h>
 #include <cerrno>
 #include <cstring>
-#include <libgen.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace ZolFileManagement
@@ -17,16 +13,11 @@ namespace ZolFileManagement
 namespace
 {
 
-constexpr mode_t newDirectoryMode = 0770;
-constexpr mode_t newDirectoryModeBelowSetgid = 02770;
-constexpr mode_t setgidBit = 02000;
-
 // What can't be removed stays, and what has vanished is no failure: the rest is to go all the same.
 void removeAll(const NonComittedData::Paths& paths)
 {
-    for (const Poco::Path& path : paths)
+    for (const std::string& item : paths.texts())
     {
-        const std::string item = path.toString();
         try
         {
             removeTree(item);
@@ -38,46 +29,13 @@ void removeAll(const NonComittedData::Paths& paths)
     }
 }
 
-mode_t modeOfNewDirectory(const std::string& directory)
+void makeAll(const NonComittedData::Paths& paths)
 {
-    // dirname may write into its argument
-    const Zol::TextCopy copy = Zol::copyText(directory.c_str());
-    struct stat parent
-    {};
-    const bool isBelowSetgid =
-        ::stat(::dirname(copy.get()), &parent) == 0 && (parent.st_mode & setgidBit) != 0;
-    return isBelowSetgid ? newDirectoryModeBelowSetgid : newDirectoryMode;
-}
-
-// Poco::File::createDirectories would read the texts of the ancestors anew, with `a:` as a device.
-void createWithAncestors(const Poco::Path& directory)
-{
-    Poco::File file(directory);
-    if (file.exists())
+    // a parent comes before its children, which then see the mode that it has just been given
+    NewDirectories directories;
+    for (const std::string& directory : paths.texts())
     {
-        return;
-    }
-    if (directory.depth() > 1)
-    {
-        createWithAncestors(directory.parent());
-    }
-    try
-    {
-        file.createDirectory();
-    }
-    catch (const Poco::FileExistsException&)
-    {
-        // also a link to nothing
-    }
-}
-
-void createDirectory(const Poco::Path& path)
-{
-    createWithAncestors(path);
-    const std::string directory = path.toString();
-    if (::chmod(directory.c_str(), modeOfNewDirectory(directory)) != 0)
-    {
-        ZOL_SEVERITY_LOG(4, "Unable to modify the permissions of %s", directory.c_str());
+        directories.make(directory);
     }
 }
 
@@ -90,11 +48,7 @@ ZolReturnT FileMTransaction::commit() noexcept
     try
     {
         removeAll(_nonComittedData._deletedFiles);
-        // a parent comes before its children, which then see the mode that it has just been given
-        for (const Poco::Path& path : _nonComittedData._createdDirs)
-        {
-            createDirectory(path);
-        }
+        makeAll(_nonComittedData._createdDirs);
         removeAll(_nonComittedData._deletedDirs);
     }
     catch (const std::exception& failure)

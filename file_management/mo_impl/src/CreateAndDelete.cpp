@@ -2,6 +2,7 @@
 #include "FileMTransaction.h"
 #include "FileManagementConstrainsUtil.h"
 #include "Links.h"
+#include "LiteralPath.h"
 #include "LogForms.h"
 
 #include <Poco/File.h>
@@ -28,33 +29,39 @@ ZolReturnT FileMTransaction::create(const char* parentDn, const char* className,
         return -1;
     }
 
-    Poco::Path path = convertDnToPath(parentDn);
-    if (!FileManagementConstrainsUtil::isDirectoryCreateAllowed(path))
+    std::string directory = convertDnToText(parentDn);
+    if (!FileManagementConstrainsUtil::isDirectoryCreateAllowedIn(directory))
     {
         addThreadContextMessage("FileGroup does not allow child FileGroup to be created");
-        ZOL_PLAIN_TRACE("Not allowed to create directory, path %s, dn :%s", path.toString().c_str(),
-                        parentDn);
+        ZOL_PLAIN_TRACE("Not allowed to create directory, path %s, dn :%s", directory.c_str(), parentDn);
         return -1;
     }
 
     std::string name = keyValue;
     reAlignWith3gppRdn(name);
-    path.makeDirectory().pushDirectory(name);
-    _nonComittedData.addCreatedDir(path);
+    if (!directory.ends_with('/')) // the parent is a file by its class
+    {
+        directory = literalPath(directory).makeDirectory().toString();
+    }
+    _nonComittedData.addCreatedDirText(directory + name + "/");
     return 0;
 }
 
 ZolReturnT FileMTransaction::deleteM(const char* dn) noexcept
 {
     std::string foundDn = dn;
-    const Poco::Path path = convertDnToPath(replace3gppIllegalChars(foundDn) ? foundDn.c_str() : dn);
-    if (isLink(path))
+    // what can't be searched for needs no look
+    const bool isFound = foundDn.find("?\?") != std::string::npos && replace3gppIllegalChars(foundDn);
+    const Poco::Path path = convertDnToPath(isFound ? foundDn.c_str() : dn);
+    mode_t type = 0;
+    if (isLink(Poco::Path(path).makeFile().toString(), type))
     {
         return -1;
     }
 
     const std::string className = Zol::DnUtil::getClass(dn);
-    if (!Poco::File(path).exists() && !_nonComittedData.isDirCreated(path))
+    const bool isSeen = type != 0;
+    if (!isSeen && !Poco::File(path).exists() && !_nonComittedData.isDirCreated(path))
     {
         return -2;
     }
@@ -84,20 +91,9 @@ ZolReturnT FileMTransaction::deleteM(const char* dn) noexcept
 
 void FileMTransaction::withdrawCreatedDirsBelow(const Poco::Path& directory)
 {
-    const std::string prefix = directory.toString();
-    std::vector<Poco::Path> children;
-    for (const Poco::Path& created : _nonComittedData._createdDirs)
+    for (const std::string& text : _nonComittedData._createdDirs.takeStartingWith(directory.toString()))
     {
-        const std::string text = created.toString();
-        if (text.starts_with(prefix))
-        {
-            ZOL_PLAIN_TRACE("Child directory %s", text.c_str());
-            children.push_back(created);
-        }
-    }
-    for (const Poco::Path& child : children)
-    {
-        _nonComittedData.addDeletedDir(child);
+        ZOL_PLAIN_TRACE("Child directory %s", text.c_str());
     }
 }
 

@@ -3,6 +3,8 @@
 #include "LiteralPath.h"
 #include "LogForms.h"
 
+#include <algorithm>
+#include <string_view>
 #include <zol/common/DnUtil.h>
 #include <zol/common/MoAccessor.h>
 
@@ -11,7 +13,7 @@ namespace ZolFileManagement
 
 bool FileMTransaction::checkDn(const char* dn)
 {
-    const std::string text = dn;
+    const std::string_view text = dn;
     // The last character that is a letter of the class name, not the last class name: a value that holds such
     // a letter is looked at from there, behind its equals sign, and passes. Hosts rely on what passes.
     const auto letter = text.find_last_of(fileGroupClassName);
@@ -34,16 +36,22 @@ bool FileMTransaction::checkDn(const char* dn)
 
 Poco::Path FileMTransaction::convertDnToPath(const char* dn)
 {
-    const std::string text = dn;
+    return literalPath(convertDnToText(dn));
+}
+
+std::string FileMTransaction::convertDnToText(const std::string& text)
+{
     std::string rel;
+    rel.reserve(text.size());
     auto mark = text.find(fileGroupClassName);
     auto equals = text.find('=', mark);
+    bool isResolved = text.find('/') == std::string::npos;
     while (equals != std::string::npos)
     {
         rel += '/';
-        const auto comma = text.find(',', equals);
-        const auto end = comma == std::string::npos ? text.size() : comma;
+        const auto end = std::min(text.find(',', equals), text.size());
         std::string value = text.substr(equals + 1, end - equals - 1);
+        isResolved = isResolved && !value.empty() && value != "." && value != "..";
         if (text.find(fileGroupClassName, mark) != std::string::npos)
         {
             reAlignWith3gppRdn(value);
@@ -54,27 +62,27 @@ Poco::Path FileMTransaction::convertDnToPath(const char* dn)
             rel += value;
             if (text.find(fileInformationClassName, mark) == std::string::npos)
             {
-                return literalPath(rel);
+                return literalPath(rel).toString();
             }
         }
         equals = text.find('=', end);
         mark = end;
     }
-    if (rel.empty())
-    {
-        rel += '/';
-    }
 
-    Poco::Path path = literalPath(_fileSystemRoot + rel);
-    if (Zol::DnUtil::getClass(text) == fileInformationClassName)
+    const bool isFile = Zol::DnUtil::getClass(text) == fileInformationClassName;
+    if (isResolved && !rel.empty()) // as it stands, a path would say the same
     {
-        path.makeFile();
+        std::string path;
+        path.reserve(_rootDirectory.size() + rel.size());
+        path.append(_rootDirectory).append(rel, 1);
+        if (!isFile)
+        {
+            path += '/';
+        }
+        return path;
     }
-    else
-    {
-        path.makeDirectory();
-    }
-    return path;
+    Poco::Path path = literalPath(_fileSystemRoot + (rel.empty() ? "/" : rel));
+    return (isFile ? path.makeFile() : path.makeDirectory()).toString();
 }
 
 const std::string& FileMTransaction::getFileMRoot()

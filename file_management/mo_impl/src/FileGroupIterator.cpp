@@ -9,7 +9,8 @@
 #include <Poco/File.h>
 #include <array>
 #include <cerrno>
-#include <memory>
+#include <climits>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace ZolFileManagement
@@ -17,22 +18,20 @@ namespace ZolFileManagement
 
 using ZolFileManagementCommon::FileManagementConstrainsUtil;
 
-FileGroupIterator::FileGroupIterator(const Poco::Path& directory, const NonComittedData& changes,
-                                     bool iterateFiles) noexcept
+FileGroupIterator::FileGroupIterator(std::string directory, const NonComittedData& changes, bool iterateFiles,
+                                     Span span) noexcept
     : _iterateFiles(iterateFiles)
-    , _directory(directory)
+    , _span(span)
+    , _directory(std::move(directory))
     , _changes(changes)
 {
     if (!iterateFiles)
     {
-        _pendingDirs = changes._createdDirs;
+        _pendingDirs = changes._createdDirs.childrenOfText(_directory);
     }
     try
     {
-        if (Poco::File(directory).exists())
-        {
-            _dirIterator = Poco::DirectoryIterator(directory);
-        }
+        open();
     }
     catch (const std::exception& failure)
     {
@@ -58,63 +57,158 @@ bool FileGroupIterator::getNext(Poco::Path& entry) noexcept
     return false;
 }
 
+bool FileGroupIterator::getNext(std::string& name) noexcept
+{
+    try
+    {
+        if (findOnDisk())
+        {
+            name = _name;
+            return true;
+        }
+        if (Poco::Path entry; getNextFromCreatedDirs(entry))
+        {
+            name = entry.makeFile().getFileName();
+            return true;
+        }
+    }
+    catch (const std::exception& failure)
+    {
+        ZOL_TRACE_UNEXPECTED_EXCEPTION(failure);
+    }
+    clear();
+    return false;
+}
+
 bool FileGroupIterator::getNextFromFileSystem(Poco::Path& entry)
 {
-    const Poco::DirectoryIterator end;
-    while (_dirIterator != end)
+    if (!findOnDisk())
     {
-        const Poco::File file = *_dirIterator;
-        ++_dirIterator;
-        Poco::Path path = literalPath(file.path());
+        return false;
+    }
+    entry = literalPath(textOfLast());
+    return true;
+}
 
-        if (isLink(path) && !isLinkReferringToDirectory(path.toString()))
+void FileGroupIterator::open()
+{
+    if (_directory.size() > 1 &&
+        _directory.ends_with('/')) // which would count in a path that is nearly too long
+    {
+        _directory.pop_back();
+    }
+    if (!_entries.open(_directory))
+    {
+        const int reason = errno;
+        if (Poco::File(_directory).exists())
+        {
+            _hasMoreThanFiles = true;
+            errno = reason;
+            Poco::File::handleLastError(_directory);
+        }
+    }
+    if (!_directory.ends_with('/'))
+    {
+        _directory = literalPath(_directory).makeDirectory().toString();
+    }
+}
+
+std::string FileGroupIterator::textOfLast() const
+{
+    return _directory + _name + (_lastIsFile ? "" : "/");
+}
+
+bool FileGroupIterator::findOnDisk()
+{
+    while (!_entries.isAtEnd())
+    {
+        _name = _entries.name();
+        const mode_t type = _entries.type();
+        _entries.advance();
+        const Kind kind = examine(type);
+        if (kind == Kind::None)
         {
             continue;
         }
-        bool wanted = false;
-        if (file.isFile() && !FileManagementConstrainsUtil::isHidden(path))
+        _lastIsFile = kind == Kind::File;
+        if (_lastIsFile == _iterateFiles && !isDeleted())
         {
-            _lastIsFile = true;
-            wanted = _iterateFiles;
-        }
-        else if (file.isDirectory() || (isLink(path) && isLinkReferringToDirectory(path.toString())))
-        {
-            path.makeDirectory();
-            _lastIsFile = false;
-            wanted = !_iterateFiles;
-        }
-        if (wanted && !_changes._deletedFiles.contains(path) && !_changes._deletedDirs.contains(path))
-        {
-            entry = path;
             return true;
         }
     }
     return false;
+}
+
+FileGroupIterator::Kind FileGroupIterator::examine(mode_t type)
+{
+    const bool isToldByDirectory = _span == Span::OneCall && _isSearchable && type != 0 && type != S_IFLNK &&
+                                   _directory.size() + _name.size() < PATH_MAX;
+    if (!isToldByDirectory)
+    {
+        const std::string text = _directory + _name;
+        const bool isALink = isLink(text, type);
+        if (isALink || type == 0)
+        {
+            return examineByTarget(text, isALink);
+        }
+        _isSearchable = true;
+    }
+    _lastMayBeLink = false;
+    switch (type)
+    {
+    case S_IFREG:
+        return FileManagementConstrainsUtil::isHiddenName(_name) ? Kind::None : Kind::File;
+    case S_IFDIR:
+        _hasMoreThanFiles = true;
+        return Kind::Directory;
+    default:
+        return Kind::None;
+    }
+}
+
+FileGroupIterator::Kind FileGroupIterator::examineByTarget(const std::string& text, bool isALink)
+{
+    _hasMoreThanFiles = true;
+    _lastMayBeLink = true;
+    if (isALink && !isLinkReferringToDirectory(text))
+    {
+        return Kind::None;
+    }
+    const Poco::File file(text);
+    if (file.isFile() && !FileManagementConstrainsUtil::isHiddenName(_name))
+    {
+        return Kind::File;
+    }
+    mode_t type = 0;
+    const bool isDirectory = file.isDirectory() || (isLink(text, type) && isLinkReferringToDirectory(text));
+    return isDirectory ? Kind::Directory : Kind::None;
+}
+
+bool FileGroupIterator::isDeleted() const
+{
+    if (_changes._deletedFiles.empty() && _changes._deletedDirs.empty())
+    {
+        return false;
+    }
+    const std::string text = textOfLast();
+    return _changes._deletedFiles.containsText(text) || _changes._deletedDirs.containsText(text);
 }
 
 bool FileGroupIterator::getNextFromCreatedDirs(Poco::Path& entry)
 {
-    while (!_pendingDirs.empty() && !_iterateFiles)
+    if (_pendingDirs.empty() || _iterateFiles)
     {
-        const Poco::Path candidate = *_pendingDirs.begin();
-        _pendingDirs.erase(_pendingDirs.begin());
-        if (candidate.parent().toString() == _directory.toString())
-        {
-            entry = candidate;
-            return true;
-        }
+        return false;
     }
-    return false;
+    entry = _pendingDirs.takeFirst();
+    return true;
 }
 
 void FileGroupIterator::clear()
 {
-    // its assignment would leave the name of the last entry, by which it is compared with the end
-    std::destroy_at(&_dirIterator);
-    std::construct_at(&_dirIterator);
-
+    _entries.close();
     _pendingDirs.clear();
-    _directory = Poco::Path();
+    _directory.clear();
 }
 
 bool FileGroupIterator::isLinkReferringToDirectory(const std::string& linkPath)

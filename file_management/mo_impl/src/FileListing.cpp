@@ -1,8 +1,8 @@
+#include "DirectoryEntries.h"
 #include "FileMTransaction.h"
 #include "FileManagementConstrainsUtil.h"
 #include "TextCopy.h"
 
-#include <Poco/DirectoryIterator.h>
 #include <Poco/File.h>
 #include <algorithm>
 #include <array>
@@ -36,6 +36,19 @@ void addTextMember(QenMoAttributeStructMember*& list, const char* name, const st
     value.stringValue = Zol::copyText(text.c_str()).release();
 }
 
+// Of the last status change, so that a change of permissions or owner moves it too.
+std::string timeText(const std::tm* time)
+{
+    if (time == nullptr)
+    {
+        return {};
+    }
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d", time->tm_year + 1900,
+                  time->tm_mon + 1, time->tm_mday, time->tm_hour, time->tm_min, time->tm_sec);
+    return text.data();
+}
+
 } // namespace
 
 void FileMTransaction::getFileGroupFiles(const char* dn, std::vector<FileInfo>& files)
@@ -46,21 +59,37 @@ void FileMTransaction::getFileGroupFiles(const char* dn, std::vector<FileInfo>& 
         return;
     }
 
-    const Poco::DirectoryIterator end;
-    for (Poco::DirectoryIterator entry(path); entry != end; ++entry)
+    DirectoryEntries entries;
+    if (!entries.open(Poco::File(path).path()))
     {
-        const Poco::Path& file = entry.path();
-        if (!entry->isFile() || _nonComittedData._deletedFiles.contains(file) ||
-            _nonComittedData._deletedDirs.contains(file) || FileManagementConstrainsUtil::isHidden(file))
+        Poco::File::handleLastError(path.toString());
+    }
+    ::tzset(); // localtime_r leaves the zone as it is
+    Poco::Path file = Poco::Path(path).makeDirectory();
+    const std::string directory = file.toString();
+    for (; !entries.isAtEnd(); entries.advance())
+    {
+        const std::string text = directory + entries.name();
+        struct stat status
+        {};
+        if (::stat(text.c_str(), &status) != 0)
+        {
+            Poco::File::handleLastError(text);
+        }
+        file.setFileName(entries.name());
+        if (!S_ISREG(status.st_mode) || _nonComittedData._deletedFiles.containsText(text) ||
+            _nonComittedData._deletedDirs.containsText(text) || FileManagementConstrainsUtil::isHidden(file))
         {
             continue;
         }
+        std::tm parts{};
         files.push_back({.fileName = file.getFileName(),
-                         .size = entry->getSize(),
+                         .size = static_cast<std::uint64_t>(status.st_size),
                          .fileType = file.getExtension(),
-                         .modificationTime = getDate(file)});
+                         .modificationTime = timeText(::localtime_r(&status.st_ctime, &parts))});
     }
     std::sort(files.begin(), files.end());
+    files.shrink_to_fit(); // before the records are made, which take several times as much
 }
 
 void FileMTransaction::setAttrFilesResult(const char*, std::vector<FileInfo> files,
@@ -68,7 +97,7 @@ void FileMTransaction::setAttrFilesResult(const char*, std::vector<FileInfo> fil
 {
     for (std::size_t i = 0; i < files.size(); ++i)
     {
-        const FileInfo& file = files[i];
+        const FileInfo file = std::move(files[i]); // which frees its texts again
         // linked from the tail: the order of the members is the host's
         QenMoAttributeStructMember*& list = result.container->values[i].structValue;
         list = nullptr;
@@ -87,16 +116,7 @@ std::string FileMTransaction::getDate(const Poco::Path& path)
     {
         return {};
     }
-    // the time of the last status change, so that a change of permissions or owner moves it too
-    const std::tm* time = std::localtime(&status.st_ctime);
-    if (time == nullptr)
-    {
-        return {};
-    }
-    std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d", time->tm_year + 1900,
-                  time->tm_mon + 1, time->tm_mday, time->tm_hour, time->tm_min, time->tm_sec);
-    return text.data();
+    return timeText(std::localtime(&status.st_ctime));
 }
 
 } // namespace ZolFileManagement

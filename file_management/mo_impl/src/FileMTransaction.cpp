@@ -1,16 +1,19 @@
 #include "FileMTransaction.h"
 
+#include "LiteralPath.h"
 #include "LogForms.h"
 
 namespace ZolFileManagement
 {
 
 std::string FileMTransaction::_fileSystemRoot;
+std::string FileMTransaction::_rootDirectory = "/";
 
 void FileMTransaction::initialize(const std::string& fileSystemRoot)
 {
     ZOL_ENTER_TRACE(" >> fileSystemRoot :%s", fileSystemRoot.c_str());
     _fileSystemRoot = fileSystemRoot;
+    _rootDirectory = literalPath(fileSystemRoot + "/").toString();
 }
 
 FileMTransaction::FileMTransaction(unsigned long txHandle, ZolMgmtSpiInterfacePortal_1& portal)

@@ -18,6 +18,8 @@
 namespace ZolFileManagement
 {
 
+class FileStatus;
+
 /// The worker of one transaction on the file tree, from its join to its finish. Changes wait in
 /// NonComittedData; only `commit` writes to the disk, and reads see the disk as changed by what waits.
 ///
@@ -81,7 +83,7 @@ public:
     void getFileGroupAttribute(const char* dn, const char* attributeName, const Poco::Path& path,
                                QenMoAttributeValueResult_3& result);
     void getFileInformationAttribute(const char* dn, const char* attributeName, const Poco::Path& path,
-                                     QenMoAttributeValueResult_3& result);
+                                     const FileStatus& status, QenMoAttributeValueResult_3& result);
     void getFileConfigurationAttribute(const char* dn, const char* attributeName,
                                        QenMoAttributeValueResult_3& result);
 
@@ -103,6 +105,8 @@ public:
     // DnConversion.cpp: from a DN to a place on disk
     bool checkDn(const char* dn);
     Poco::Path convertDnToPath(const char* dn);
+    /// The text of that path: a long path costs much more than its text.
+    std::string convertDnToText(const std::string& dn);
     const std::string& getFileMRoot();
 
     // NameEncoding.cpp: from a name on disk to the value of an RDN and, as far as that goes, back
@@ -115,6 +119,8 @@ public:
     bool replace3gppIllegalChars(std::string& dn);
 
 private:
+    bool isDirContainingFiles(const std::string& directory); // for the text of a path in directory form
+
     void withdrawCreatedDirsBelow(const Poco::Path& directory); // CreateAndDelete.cpp
 
     // The iterators' objects belong to the arena.
@@ -126,7 +132,9 @@ private:
     std::map<unsigned long long, FileConfigIterator*> _fileConfigIterators;
     ZolMgmtSpiThreadContext* _threadContext = nullptr; // null if the host has none; not owned
 
-    static std::string _fileSystemRoot; // written at start only
+    // written at start only
+    static std::string _fileSystemRoot;
+    static std::string _rootDirectory; // the same as the text of a path
 };
 
 } // namespace ZolFileManagement

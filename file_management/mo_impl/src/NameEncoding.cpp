@@ -46,12 +46,20 @@ void stripQuotes(std::string& text)
 
 void FileMTransaction::reAlignWith3gppRdn(std::string& value)
 {
+    if (value.find('\\') == std::string::npos)
+    {
+        return;
+    }
     const Replacements escapes = boost::assign::map_list_of("\\2B", "+")("\\2b", "+");
     replaceAll(value, escapes);
 }
 
 void FileMTransaction::alignNameWithQuestionMark(std::string& name)
 {
+    if (name.find_first_of("\"#*+,;<=>\\") == std::string::npos)
+    {
+        return;
+    }
     // the sequences go first, so that each becomes one pair of question marks and leaves no letter behind
     const Replacements sequences = boost::assign::map_list_of("\\n", "??")("\\r", "??");
     const Replacements characters = boost::assign::map_list_of("\"", "??")("#", "??")("*", "??")("+", "??")(
@@ -64,6 +72,10 @@ void FileMTransaction::alignFileGroupWith3gppRdn(std::string& name)
 {
     stripQuotes(name);
     boost::algorithm::trim_if(name, boost::algorithm::is_space());
+    if (name.find_first_of("\"#*+,;<=>\\\xD6") == std::string::npos)
+    {
+        return;
+    }
     boost::algorithm::replace_all(name, "+", plusPlaceholder);
     alignNameWithQuestionMark(name);
     boost::algorithm::replace_all(name, plusPlaceholder, "\\2B");

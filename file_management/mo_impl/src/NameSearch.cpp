@@ -17,6 +17,10 @@ constexpr std::array candidates{"\\n", "\\r", ",", "=", "+", "<", ">", "#", ";",
 
 bool FileMTransaction::replace3gppIllegalChars(std::string& dn)
 {
+    if (dn.find("?\?") == std::string::npos)
+    {
+        return Poco::File(convertDnToPath(dn.c_str())).exists(); // every candidate gives the same text
+    }
     for (const char* candidate : candidates)
     {
         const std::string candidateDn = boost::algorithm::replace_all_copy(dn, "??", candidate);

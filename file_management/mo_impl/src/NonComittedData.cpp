@@ -6,29 +6,30 @@ namespace ZolFileManagement
 namespace
 {
 
-void withdrawOrAdd(const Poco::Path& path, NonComittedData::Paths& opposite, NonComittedData::Paths& intended)
+void withdrawOrAdd(const std::string& text, NonComittedData::Paths& opposite,
+                   NonComittedData::Paths& intended)
 {
-    if (opposite.erase(path) == 0)
+    if (opposite.eraseText(text) == 0)
     {
-        intended.insert(path);
+        intended.insertText(text);
     }
 }
 
 } // namespace
 
-void NonComittedData::addCreatedDir(const Poco::Path& path)
+void NonComittedData::addCreatedDirText(const std::string& text)
 {
-    withdrawOrAdd(path, _deletedDirs, _createdDirs);
+    withdrawOrAdd(text, _deletedDirs, _createdDirs);
 }
 
 void NonComittedData::addDeletedDir(const Poco::Path& path)
 {
-    withdrawOrAdd(path, _createdDirs, _deletedDirs);
+    withdrawOrAdd(path.toString(), _createdDirs, _deletedDirs);
 }
 
-void NonComittedData::addDeletedFile(const Poco::Path& path)
+void NonComittedData::addDeletedFileText(const std::string& text)
 {
-    _deletedFiles.insert(path);
+    _deletedFiles.insertText(text);
 }
 
 bool NonComittedData::isDirCreated(const Poco::Path& path) const

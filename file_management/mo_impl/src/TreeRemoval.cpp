@@ -1,5 +1,7 @@
 #include "TreeRemoval.h"
 
+#include "Handle.h"
+
 #include <algorithm>
 #include <dirent.h>
 #include <fcntl.h>
@@ -15,32 +17,6 @@ namespace ZolFileManagement
 
 namespace
 {
-
-class Handle
-{
-public:
-    explicit Handle(int number)
-        : _number(number)
-    {}
-    Handle(const Handle&) = delete;
-    Handle& operator=(Handle&& other) noexcept
-    {
-        std::swap(_number, other._number);
-        return *this;
-    }
-    ~Handle()
-    {
-        if (_number >= 0)
-        {
-            ::close(_number);
-        }
-    }
-
-    int number() const { return _number; }
-
-private:
-    int _number;
-};
 
 // What a directory remains under all its names.
 using Identity = std::pair<dev_t, ino_t>;
@@ -174,6 +150,11 @@ private:
 
 bool removeTree(const std::string& path)
 {
+    // what is named like a file mostly is one, and goes in one step
+    if (!path.ends_with('/') && ::unlink(path.c_str()) == 0)
+    {
+        return true;
+    }
     const std::string text = path.size() > 1 && path.ends_with('/') ? path.substr(0, path.size() - 1) : path;
     const std::size_t slash = text.rfind('/');
     if (slash == std::string::npos)

@@ -10,10 +10,12 @@ zol_test(changes_tests
         CreateTest.cpp
         DeleteTest.cpp
         ForeignExceptionTest.cpp
+        NewDirectoriesTest.cpp
         NonComittedDataTest.cpp
         OperatorMessagesTest.cpp
         OwnerAndGroupTest.cpp
         PathCompareTest.cpp
+        PathSetTest.cpp
         ProcessState.cpp
         RemoveFileTest.cpp
         RemoveTest.cpp
@@ -21,6 +23,6 @@ zol_test(changes_tests
         TransactionLifeTest.cpp
     LIBRARIES zol::file_management_objects zol_test_support)
 target_link_options(changes_tests PRIVATE # for SystemFaults
-    LINKER:--wrap=chmod,--wrap=chown,--wrap=stat64,--wrap=free
+    LINKER:--wrap=mkdirat,--wrap=fchmodat,--wrap=chown,--wrap=fstatat64,--wrap=free
     LINKER:--wrap=_ZN4Poco4File15createDirectoryEv
     LINKER:--wrap=_ZN17ZolFileManagement10removeTreeERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE)

@@ -240,6 +240,6 @@ TEST_F(CommitFailure, ParentThatCannotBeLookedAtCountsSilentlyAsOneWithoutTheSet
     EXPECT_EQ(worker.commit(), 0);
     system.stat = nullptr;
     expectOnlyBeginningAndEnd(log);
-    EXPECT_THAT(lookedAt, ElementsAre(tree.path("p")));
+    EXPECT_THAT(lookedAt, ElementsAre(directoryText("p")));
     EXPECT_EQ(tree.mode("p/a"), 0770U);
 }

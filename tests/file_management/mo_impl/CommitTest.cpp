@@ -1,8 +1,12 @@
 #include "ChangesFixture.h"
 #include "SystemFaults.h"
+#include "support/ChildProcess.h"
 
 #include <array>
+#include <fcntl.h>
 #include <filesystem>
+#include <sys/resource.h>
+#include <unistd.h>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -58,6 +62,27 @@ TEST_F(Commit, OfNothingTouchesNothing)
     EXPECT_THAT(log.statements(), ElementsAre("enter  >> ", "exit  << "));
     EXPECT_EQ(tree.listing(), before);
     EXPECT_THAT(modes, IsEmpty());
+}
+
+TEST_F(Commit, NeedsNoMoreHandlesForRemovalsWhereItHasMadeDeepDirectories)
+{
+    tree.directory("gone/b/c");
+    ASSERT_EQ(remove(fileGroup("gone")), "0 bool[true]");
+    std::string parentDn = fileM;
+    for (int level = 0; level < 25; ++level)
+    {
+        ASSERT_EQ(create("new", parentDn), 0);
+        parentDn = fileGroup("new", parentDn);
+    }
+    const zoltest::ChildOutcome outcome = zoltest::runInChild([this] {
+        const int lowest = ::open("/", O_PATH | O_CLOEXEC);
+        ::close(lowest);
+        const auto three = static_cast<rlim_t>(lowest + 3);
+        const rlimit limit{three, three};
+        return ::setrlimit(RLIMIT_NOFILE, &limit) == 0 ? worker.commit() : 1;
+    });
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.standardError;
+    EXPECT_FALSE(std::filesystem::exists(tree.path("gone")));
 }
 
 TEST_F(Commit, AppliesAllThatWaitsAndTracesOnlyItsBeginningAndItsEnd)

@@ -3,6 +3,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 using zoltest::fileGroup;
+using zoltest::fileInformation;
 using zoltest::fileM;
 using zoltest::RecordedLog;
 using zoltest::Texts;
@@ -199,6 +200,15 @@ TEST_F(Create, BelowAParentNamedLikeAHomeDirectoryOrADeviceStaysBelowTheRoot)
     }
     EXPECT_EQ(worker.commit(), 0);
     EXPECT_THAT(tree.listing(), ElementsAre("d a:", "d a:/b", "d ~", "d ~/b", "d ~root", "d ~root/b"));
+}
+
+TEST_F(Create, BelowAFileByItsClassGoesIntoADirectoryOfThatName)
+{
+    tree.directory("d/e");
+    EXPECT_EQ(create("a", fileInformation("f", fileGroup("d"))), 0);
+    EXPECT_EQ(create("b", fileInformation("..", fileGroup("e", fileGroup("d")))), 0);
+    EXPECT_EQ(worker.commit(), 0);
+    EXPECT_THAT(tree.listing(), ElementsAre("d d", "d d/b", "d d/e", "d d/f", "d d/f/a"));
 }
 
 TEST_F(Create, OfAnExistingDirectoryIsNoFailure)

@@ -1,6 +1,5 @@
 #include "Faults.h"
 
-#include <Poco/File.h>
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -91,6 +90,28 @@ ssize_t __wrap_readlink(const char* path, char* target, size_t room)
     return static_cast<ssize_t>(liveFaults->linkTarget->copy(target, room));
 }
 
+ssize_t __real_getdents64(int directory, void* buffer, size_t room);
+ssize_t __wrap_getdents64(int directory, void* buffer, size_t room)
+{
+    const int error = liveFaults != nullptr && liveFaults->getdents ? liveFaults->getdents() : 0;
+    if (error != 0)
+    {
+        errno = error;
+        return -1;
+    }
+    const ssize_t size = __real_getdents64(directory, buffer, room);
+    if (liveFaults != nullptr && liveFaults->entryRead)
+    {
+        for (ssize_t position = 0; position < size;)
+        {
+            auto& entry = *reinterpret_cast<dirent64*>(static_cast<char*>(buffer) + position);
+            liveFaults->entryRead(entry);
+            position += entry.d_reclen;
+        }
+    }
+    return size;
+}
+
 FILE* __real_popen(const char* command, const char* mode);
 FILE* __wrap_popen(const char* command, const char* mode)
 {
@@ -123,17 +144,6 @@ void* __wrap__Znwm(std::size_t size)
         throw std::bad_alloc();
     }
     return __real__Znwm(size);
-}
-
-// Poco::File::getSize() const
-Poco::File::FileSize __real__ZNK4Poco4File7getSizeEv(const Poco::File* file);
-Poco::File::FileSize __wrap__ZNK4Poco4File7getSizeEv(const Poco::File* file)
-{
-    if (liveFaults != nullptr && liveFaults->beforeFileSize)
-    {
-        liveFaults->beforeFileSize(file->path());
-    }
-    return __real__ZNK4Poco4File7getSizeEv(file);
 }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <dirent.h>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,11 +26,12 @@ public:
     Call lstat;
     Call stat;
     Call readlink;
+    std::function<int()> getdents; ///< before the true call; returns its error, 0 for the true answer
+    std::function<void(dirent64& entry)> entryRead;      ///< for each that the true call gave; may change it
     std::function<void(struct stat& status)> statAnswer; ///< changes the true answer
-    std::function<void(const std::string& path)> beforeFileSize;
-    std::optional<std::string> linkTarget; ///< cut to the room that the caller gives
-    std::optional<int> popenError;         ///< 0: it fails without telling why
-    std::size_t failingAllocation = 0;     ///< the size of an object that can't be allocated
+    std::optional<std::string> linkTarget;               ///< cut to the room that the caller gives
+    std::optional<int> popenError;                       ///< 0: it fails without telling why
+    std::size_t failingAllocation = 0;                   ///< the size of an object that can't be allocated
     bool textsCantBeCopied = false;
     bool listsCantBeAllocated = false; ///< those of several results
     std::function<void()> classOfDn;   ///< may throw

@@ -2,6 +2,7 @@
 #include "ProcessState.h"
 #include "WalkFixture.h"
 
+#include <Poco/DirectoryIterator.h>
 #include <Poco/Exception.h>
 #include <cerrno>
 #include <filesystem>

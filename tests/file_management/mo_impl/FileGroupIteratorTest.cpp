@@ -1,3 +1,5 @@
+#include "LiteralPath.h"
+#include "ProcessState.h"
 #include "WalkFixture.h"
 
 #include <Poco/DirectoryIterator.h>
@@ -71,6 +73,29 @@ TEST_F(FileGroupWalk, DoesNotDescend)
 
     EXPECT_THAT(filesIn(), IsEmpty());
     EXPECT_THAT(directoriesIn(), ElementsAre("a/"));
+}
+
+TEST_F(FileGroupWalk, OfDirectoriesThatLookLikeDevicesIsThatOfTheseDirectories)
+{
+    tree.file("a:/b:/f");
+    const WorkingDirectory here(tree.path());
+    Iterator iterator(ZolFileManagement::literalPath("a:/b:/"), changes, files);
+
+    EXPECT_EQ(step(iterator), "a:/b:/f");
+    EXPECT_EQ(step(iterator), "end");
+}
+
+TEST_F(FileGroupWalk, OfAFileThatIsNamedByDotsIsThatOfTheDirectoryWhichTheyMean)
+{
+    tree.file("a/b/deleted");
+    tree.file("a/b/left");
+    tree.directory("a/b/c");
+    changes.addDeletedFile(file("a/b/deleted"));
+    for (const char* place : {"a/b/.", "a/b/c/.."})
+    {
+        Iterator iterator(ZolFileManagement::literalPath(tree.path(place)), changes, files);
+        EXPECT_THAT(rest(iterator), ElementsAre("a/b/left")) << place;
+    }
 }
 
 TEST_F(FileGroupWalk, StaysAtItsEnd)

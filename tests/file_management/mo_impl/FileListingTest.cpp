@@ -357,16 +357,17 @@ TEST_F(FileListing, FailsAsAWholeAtALinkToNothing)
     EXPECT_THAT(children(d, "FileInformation"), ElementsAre("f"));
 }
 
-TEST_F(FileListing, FailsWhereAFileVanishesBeforeItsSizeIsRead)
+TEST_F(FileListing, FailsAsAWholeAtAFileThatVanishesBeforeItIsLookedAt)
 {
     tree.file("d/f");
     tree.file("d/g");
     Faults faults;
-    faults.beforeFileSize = [&](const std::string& path) {
+    faults.stat = [&](const std::string& path) {
         if (path == tree.path("d/g"))
         {
             std::filesystem::remove(path);
         }
+        return 0;
     };
     const RecordedLog log;
 
@@ -374,20 +375,35 @@ TEST_F(FileListing, FailsWhereAFileVanishesBeforeItsSizeIsRead)
     EXPECT_EQ(log.statements(), failureLog(d, "File not found"));
 }
 
-TEST_F(FileListing, HasNoTimeOfAFileThatVanishesBeforeItIsRead)
+TEST_F(FileListing, EndsWhereTheDirectoryCantBeReadOn)
 {
-    tree.file("d/f", "12345");
+    for (int i = 0; i < 200; ++i)
+    {
+        tree.file("d/" + std::to_string(i) + std::string(200, 'n'));
+    }
     Faults faults;
-    faults.stat = [](const std::string& path) {
-        std::filesystem::remove(path);
+    int calls = 0;
+    faults.getdents = [&calls] { return ++calls == 2 ? EIO : 0; };
+
+    const std::size_t listed = list(d).size();
+    EXPECT_GT(listed, 0U);
+    EXPECT_LT(listed, 200U);
+}
+
+TEST_F(FileListing, LooksAtEachEntryOnce)
+{
+    tree.file("d/f");
+    tree.directory("d/sub");
+    tree.link("d/link", tree.path("d/f"));
+    Texts asked;
+    Faults faults;
+    faults.stat = [&](const std::string& path) {
+        asked.push_back(path);
         return 0;
     };
-    const RecordedLog log;
 
-    EXPECT_EQ(attribute(d, "files"),
-              R"(struct[{fileName: string["f"], modificationTime: string[""], fileType: string[""], )"
-              "size: uint[5]}]");
-    EXPECT_THAT(log.statements(), ElementsAre("enter  >>  dn :" + d + ", attr :files"));
+    list(d);
+    EXPECT_THAT(asked, UnorderedElementsAre(tree.path("d/f"), tree.path("d/sub"), tree.path("d/link")));
 }
 
 TEST_F(FileListing, ThrowsWhatItsGuardMakesACode)

@@ -48,10 +48,21 @@ using zoltest::SystemFaults;
 // The linker sends this program's calls of the functions of these names here.
 extern "C" {
 
-int __real_chmod(const char* path, mode_t mode);
-int __wrap_chmod(const char* path, mode_t mode)
+int __real_mkdirat(int directory, const char* path, mode_t mode);
+int __wrap_mkdirat(int directory, const char* path, mode_t mode)
 {
-    return fails(&SystemFaults::chmod, path, mode) ? -1 : __real_chmod(path, mode);
+    if (live != nullptr && live->createDirectory)
+    {
+        errno = EIO; // nothing can be thrown through it
+        return -1;
+    }
+    return __real_mkdirat(directory, path, mode);
+}
+
+int __real_fchmodat(int directory, const char* path, mode_t mode, int flags);
+int __wrap_fchmodat(int directory, const char* path, mode_t mode, int flags)
+{
+    return fails(&SystemFaults::chmod, path, mode) ? -1 : __real_fchmodat(directory, path, mode, flags);
 }
 
 int __real_chown(const char* path, uid_t owner, gid_t group);
@@ -60,11 +71,11 @@ int __wrap_chown(const char* path, uid_t owner, gid_t group)
     return fails(&SystemFaults::chown, path, owner, group) ? -1 : __real_chown(path, owner, group);
 }
 
-// what `stat` is called where files may be large
-int __real_stat64(const char* path, struct stat* status);
-int __wrap_stat64(const char* path, struct stat* status)
+// what `fstatat` is called where files may be large
+int __real_fstatat64(int directory, const char* path, struct stat* status, int flags);
+int __wrap_fstatat64(int directory, const char* path, struct stat* status, int flags)
 {
-    return fails(&SystemFaults::stat, path) ? -1 : __real_stat64(path, status);
+    return fails(&SystemFaults::stat, path) ? -1 : __real_fstatat64(directory, path, status, flags);
 }
 
 void __real_free(void* memory);

@@ -23,9 +23,10 @@ public:
     std::function<int(const std::string& path)> stat;
 
     // Called before the true call, and may throw.
-    std::function<void(const std::string& path)> createDirectory; ///< each that isn't there, ancestors too
-    std::function<void(const std::string& path)> remove;          ///< a whole tree, without a closing slash
-    std::function<void(const void* memory)> free;                 ///< must not free anything
+    std::function<void(const std::string& path)>
+        createDirectory; ///< each that is not there, ancestors too, all by POCO then
+    std::function<void(const std::string& path)> remove; ///< a whole tree, without a closing slash
+    std::function<void(const void* memory)> free;        ///< must not free anything
 };
 
 } // namespace zoltest

@@ -165,11 +165,12 @@ TEST_F(TransactionLife, FinishOfAnUnusedTransactionGivesZeroEachTime)
 TEST_F(TransactionLife, FinishFreesIteratorsAndNames)
 {
     tree.directory("a");
+    tree.directory("b");
     unsigned long long iterator = 0;
     char* name = nullptr;
     ASSERT_EQ(worker.newIterator(fileM.c_str(), "FileGroup", &iterator), 0);
     ASSERT_EQ(worker.next(iterator, &name), 0);
-    ASSERT_STREQ(name, "a");
+    ASSERT_STRNE(name, nullptr);
     ASSERT_EQ(tree.openDescriptors(), 1); // the iterator's place in the directory
 
     EXPECT_EQ(worker.finish(), 0);

@@ -1,0 +1,173 @@
+#include "Run.h"
+
+#include "other/Memory.h"
+#include "other/Neighbours.h"
+#include "other/SharedLock.h"
+#include "report/Surroundings.h"
+#include "report/Table.h"
+#include "rig/AllWays.h"
+#include "rig/Rows.h"
+
+#include <algorithm>
+#include <iostream>
+#include <system_error>
+
+namespace zolbench
+{
+
+namespace
+{
+
+// The count is exact, and tracing is slow.
+constexpr std::size_t mostTracedItems = 10000;
+
+// Above, only what is held against each other takes turns.
+constexpr std::size_t mostItemsOfAll = 100000;
+constexpr std::size_t million = 1000000;
+
+std::size_t largestOf(const Options& options)
+{
+    return *std::max_element(options.items.begin(), options.items.end());
+}
+
+CallsByWay countCalls(const RowMaker& maker, const Options& options, const Ways& ways)
+{
+    const std::size_t items = std::min({mostTracedItems, maker.mostItems, largestOf(options)});
+    try
+    {
+        return callsAnItem(maker.make(items), ways);
+    }
+    catch (const std::system_error& failure)
+    {
+        std::cerr << "system calls aren't counted: " << failure.what() << '\n';
+        return {};
+    }
+}
+
+Ways waysOf(const Options& options, const Library& library, const Stage& stage)
+{
+    Ways ways = allWays(library, stage.root());
+    std::erase_if(ways, [&](const auto& way) {
+        return !options.ways.empty() &&
+               std::find(options.ways.begin(), options.ways.end(), way->name()) == options.ways.end();
+    });
+    return ways;
+}
+
+std::vector<std::size_t> sizesOf(const Options& options)
+{
+    std::vector<std::size_t> sizes = options.items;
+    if (options.large)
+    {
+        sizes.push_back(million);
+    }
+    return sizes;
+}
+
+void measureRow(const RowMaker& maker, const Options& options, const Ways& ways, Report& report)
+{
+    const CallsByWay calls = countCalls(maker, options, ways);
+    for (const std::size_t items : sizesOf(options))
+    {
+        if (items > maker.mostItems)
+        {
+            continue;
+        }
+        std::cerr << maker.work << ", " << items << '\n';
+        const Row row = maker.make(items);
+        const std::size_t waysInTurn =
+            items > mostItemsOfAll ? std::min(waysOfLargeRows, ways.size()) : ways.size();
+        report.outcomes.push_back(
+            {row.work, items, measure(row, {ways.data(), waysInTurn}, options.repetitions), calls, row.goal});
+    }
+}
+
+void append(std::vector<Check>& checks, std::vector<Check> more)
+{
+    std::move(more.begin(), more.end(), std::back_inserter(checks));
+}
+
+void measureOthers(const Options& options, const Stage& stage, const Library& library, Report& report)
+{
+    if (options.wants("threads"))
+    {
+        std::cerr << "threads\n";
+        append(report.checks, checkSharedLock(stage, library, options.repetitions));
+    }
+    if (options.wants("memory"))
+    {
+        std::cerr << "memory\n";
+        std::vector<std::size_t> sizes{largestOf(options)};
+        if (options.large)
+        {
+            sizes.push_back(million);
+        }
+        append(report.checks, checkMemory(stage, options.library, sizes));
+    }
+    if (options.wants("neighbours"))
+    {
+        std::cerr << "neighbours\n";
+        report.checks.push_back(checkNeighbours(stage, library, options.repetitions));
+    }
+    if (options.wants("filem"))
+    {
+        for (const std::size_t items : options.items)
+        {
+            std::cerr << "filem, " << items << '\n';
+            const auto listings = measureListings(stage, options.filem, items, options.repetitions);
+            report.listings.insert(report.listings.end(), listings.begin(), listings.end());
+        }
+    }
+}
+
+} // namespace
+
+bool Options::wants(const std::string& name) const
+{
+    return only.empty() || std::any_of(only.begin(), only.end(), [&](const std::string& part) {
+               return name.find(part) != std::string::npos;
+           });
+}
+
+Report run(const Options& options)
+{
+    const double loadBefore = loadAverage();
+    const Stage stage(options.folder);
+    const Library library(options.library, stage.root());
+    const Ways ways = waysOf(options, library, stage);
+    Report report;
+    for (const RowMaker& maker : rowMakers(stage))
+    {
+        if (options.wants(maker.work))
+        {
+            measureRow(maker, options, ways, report);
+        }
+    }
+    measureOthers(options, stage, library, report);
+    report.surroundings = machine() + "; load average " + figure(loadBefore) + " before and " +
+                          figure(loadAverage()) + " after; medians of " +
+                          std::to_string(options.repetitions) + " repetitions.";
+    return report;
+}
+
+void printCalls(const Options& options, std::size_t items)
+{
+    const Stage stage(options.folder);
+    const Library library(options.library, stage.root());
+    const Ways ways = allWays(library, stage.root());
+    for (const RowMaker& maker : rowMakers(stage))
+    {
+        if (!options.wants(maker.work))
+        {
+            continue;
+        }
+        std::cout << maker.work << '\n';
+        const Row row = maker.make(std::min(items, maker.mostItems));
+        for (const auto& [number, count] : systemCallsOf(row, *ways.front()))
+        {
+            std::cout << "    " << systemCallName(number) << ' ' << count << '\n';
+        }
+    }
+}
+
+} // namespace zolbench

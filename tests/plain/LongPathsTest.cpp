@@ -1,0 +1,121 @@
+#include "FileGroupIterator.h"
+#include "LiteralPath.h"
+
+#include "plain/PlainWalk.h"
+#include "support/RecordedLog.h"
+#include "support/TemporaryTree.h"
+
+#include <climits>
+#include <fcntl.h>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace zoltest
+{
+
+namespace
+{
+
+using ZolFileManagement::FileGroupIterator;
+using ZolFileManagement::literalPath;
+using Texts = std::vector<std::string>;
+
+void makeEntry(int directory, const std::string& name, char kind)
+{
+    switch (kind)
+    {
+    case 'd':
+        ASSERT_EQ(::mkdirat(directory, name.c_str(), 0700), 0);
+        break;
+    case 'l':
+        ASSERT_EQ(::symlinkat("/", directory, name.c_str()), 0);
+        break;
+    default:
+        ::close(::openat(directory, name.c_str(), O_CREAT | O_WRONLY, 0600));
+        break;
+    }
+}
+
+/// A directory whose text, with a slash behind it, has the given length, and a way to make something in it.
+class LongDirectory
+{
+public:
+    explicit LongDirectory(std::size_t length)
+        : text(tree.path() + "/")
+        , handle(::open(text.c_str(), O_PATH | O_DIRECTORY))
+    {
+        while (text.size() < length)
+        {
+            const std::size_t left = length - text.size();
+            const std::string name(left > 250 ? 200 : left - 1, 'd');
+            EXPECT_EQ(::mkdirat(handle, name.c_str(), 0700), 0);
+            const int next = ::openat(handle, name.c_str(), O_PATH | O_DIRECTORY);
+            ::close(handle);
+            handle = next;
+            text += name + "/";
+        }
+    }
+    LongDirectory(const LongDirectory&) = delete;
+    LongDirectory& operator=(const LongDirectory&) = delete;
+    ~LongDirectory() { ::close(handle); }
+
+    TemporaryTree tree;
+    std::string text;
+    int handle;
+};
+
+template<class Walk>
+Texts trail(Walk& walk, RecordedLog& log)
+{
+    Texts lines;
+    Poco::Path entry;
+    while (walk.getNext(entry))
+    {
+        lines.push_back(entry.toString());
+    }
+    for (const std::string& line : log.statements())
+    {
+        lines.push_back(line);
+    }
+    log.clear();
+    return lines;
+}
+
+} // namespace
+
+TEST(LongPaths, AreWalkedAsPlainlyAsShortOnes)
+{
+    const PlainChanges plainChanges;
+    const ZolFileManagement::NonComittedData changes;
+    int ended = 0;
+    for (const std::size_t length : {PATH_MAX - 14, PATH_MAX - 1, PATH_MAX, PATH_MAX + 1})
+    {
+        const LongDirectory directory(length);
+        for (const char kind : {'f', 'd', 'l'})
+        {
+            for (std::size_t size = 8; size < 18; ++size)
+            {
+                makeEntry(directory.handle, std::string(size, kind), kind);
+            }
+        }
+        const Poco::Path path = literalPath(directory.text);
+        for (const bool isOfFiles : {true, false})
+        {
+            RecordedLog log;
+            PlainWalk plain(path, plainChanges, isOfFiles);
+            const Texts expected = trail(plain, log);
+            ended += !expected.empty() && expected.back().starts_with("plain Unexpected exception") ? 1 : 0;
+            for (const auto span : {FileGroupIterator::Span::SeveralCalls, FileGroupIterator::Span::OneCall})
+            {
+                FileGroupIterator ours(path, changes, isOfFiles, span);
+                EXPECT_EQ(trail(ours, log), expected) << length;
+            }
+        }
+    }
+    EXPECT_GT(ended, 0);
+}
+
+} // namespace zoltest
