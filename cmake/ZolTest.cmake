@@ -5,7 +5,7 @@ function(zol_test name)
     cmake_parse_arguments(PARSE_ARGV 1 TEST "" "" "SOURCES;LIBRARIES")
     add_executable(${name} ${TEST_SOURCES})
     target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} zol_build_settings GTest::gmock GTest::gtest_main)
-    zol_run_path(${name} "$ORIGIN/../lib")
+    zol_run_path(${name} "${ZOL_PROGRAM_RUN_PATH}")
     gtest_discover_tests(${name}
         TEST_PREFIX "${name}."
         NO_PRETTY_VALUES

@@ -20,7 +20,7 @@ ZolMgmtSpiInterface_1* identity(Table* table)
 std::filesystem::path Host::defaultLibrary()
 {
     const auto program = std::filesystem::read_symlink("/proc/self/exe");
-    return program.parent_path().parent_path() / "lib/libzol_file_management.so";
+    return (program.parent_path() / ZOL_LIBRARY_FROM_PROGRAM).lexically_normal();
 }
 
 Host::Host(const Setup& setup)

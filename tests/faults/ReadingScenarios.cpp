@@ -89,9 +89,9 @@ Scenario commandRead(const std::string& root)
     Scenario scenario = read(fileMConfigData, "internalRoot", "string[\"" + root + "\"]", "");
     scenario.expected.log = {executing, executed};
     scenario.rules = {
-        on({Function::Popen}, COMMAND, {.answer = "code -1", .log = Texts{failure}}),
-        on({Function::Pclose}, "", {.answer = "code -1", .log = Texts{executing, failure}}),
-        on({Function::Fgets}, "", {.answer = "string[\"\"]"}, 1),
+        on({Function::Popen}, COMMAND, Change{.answer = "code -1", .log = Texts{failure}}),
+        on({Function::Pclose}, "", Change{.answer = "code -1", .log = Texts{executing, failure}}),
+        on({Function::Fgets}, "", Change{.answer = "string[\"\"]"}, 1),
         on({Function::Fgets}, "", Change{}, 2),
     };
     scenario.memory = {{.answer = "code -1", .log = Texts{"?" + executing, "?" + executed, NO_MEMORY}},
@@ -120,7 +120,7 @@ std::vector<Scenario> groupReads()
     return {
         read(D, "fileGroupId", "string[\"d\"]", "d"),
         with(read(fileGroup("h"), "internalHousekeeping", "bool[true]", "h"),
-             {on({Function::Stat}, "h/.filemnohousekeeping", {.answer = "bool[false]"})}),
+             {on({Function::Stat}, "h/.filemnohousekeeping", Change{.answer = "bool[false]"})}),
         reserved,
         listing(),
     };
@@ -135,13 +135,13 @@ std::vector<Scenario> fileReads(const std::string& root)
         .answer = "int[0]", .moreLog = {"plain File not exists, path :" + root + "/q/a??b, dn :" + searched}};
     found.rules = {
         of(Caller::Poco, on({Function::Stat}, "q/a=b", notFound)),
-        of(Caller::Component, on({Function::Stat}, "q/a=b", {.answer = "int[0]"})),
+        of(Caller::Component, on({Function::Stat}, "q/a=b", Change{.answer = "int[0]"})),
         on({Function::Stat}, "q/a*", Change{}),
     };
     return {
         read(B, "fileInformationId", "string[\"b\"]", "d/b"),
         with(read(B, "modificationTime", TIME, "d/b"),
-             {on({Function::Stat}, "d/b", {.answer = "string[\"\"]"})}),
+             {on({Function::Stat}, "d/b", Change{.answer = "string[\"\"]"})}),
         read(B, "size", "int[1]", "d/b"),
         found,
         read(fileInformation("a.txt", D), "type", "string[\"txt\"]", "d/a.txt"),
@@ -161,7 +161,7 @@ Scenario severalReads()
         .expected = {.answer = id + "int[1] " + TIME},
         .rules =
             {
-                on({Function::Stat}, "d/b", {.answer = id + "int[1] string[\"\"]"}, 4),
+                on({Function::Stat}, "d/b", Change{.answer = id + "int[1] string[\"\"]"}, 4),
                 on({Function::Stat}, "d/b", Change{}),
             },
         .memory = {{.answer = "code -1"}, FAILED_WITHOUT_MEMORY.front()},

@@ -43,6 +43,12 @@ bool Rule::fits(const Fault& fault) const
            (occurrence == 0 || occurrence == fault.occurrence);
 }
 
+Rule on(std::vector<Function> functions, const std::string& path,
+        std::function<Changes(const Fault&)> expected, unsigned long occurrence)
+{
+    return {std::move(functions), std::nullopt, path, occurrence, std::move(expected)};
+}
+
 Rule on(std::vector<Function> functions, const std::string& path, const Change& expected,
         unsigned long occurrence)
 {

@@ -27,7 +27,7 @@ std::vector<Scenario> existenceScenarios()
             .name = name,
             .operation = [dn](Stage& stage) { return stage.exists(dn); },
             .expected = {.answer = "yes"},
-            .rules = {on({Function::Stat}, path, {.answer = "no"})},
+            .rules = {on({Function::Stat}, path, Change{.answer = "no"})},
             .memory = failure,
         };
     };
@@ -92,7 +92,7 @@ Scenario fileIteration(const std::string& root)
         .operation = [](Stage& stage) { return stage.children(D, "FileInformation"); },
         .expected = {.answer = "a.txt b"},
         .rules = walkOfD(root, files),
-        .memory = {{.answer = "code -1"}, {.answer = "code -1", .moreLog = {NO_MEMORY}}},
+        .memory = {{.answer = "code -1"}, Change{.answer = "code -1", .moreLog = {NO_MEMORY}}},
         .diesWithoutMemory = true,
     };
     for (const Texts& seen : {Texts{}, Texts{"a.txt"}, Texts{"b"}, Texts{"a.txt", "b"}})
@@ -156,7 +156,7 @@ Scenario linkIteration(const std::string& root)
         .expected = {.answer = "dir", .log = {gone}},
         .rules =
             {
-                on({Function::Open}, "l", {.answer = "no name", .log = Texts{UNEXPECTED}}),
+                on({Function::Open}, "l", Change{.answer = "no name", .log = Texts{UNEXPECTED}}),
                 on({Function::Getdents}, "l",
                    [=](const Fault& fault) { return Changes{endedAfter(fault.before(), {})}; }),
                 on({Function::Close}, "l", Change{}),
@@ -171,8 +171,8 @@ Scenario linkIteration(const std::string& root)
                 on({Function::Readlink}, "l/file", unreadable("file")),
                 on({Function::Readlink}, "l/gone", unreadable("gone")),
                 on({Function::Stat}, "l/*", ended),
-                on({Function::Stat}, "d", {.answer = "no name", .moreLog = {dangling("dir", root + "/d")}},
-                   1),
+                on({Function::Stat}, "d",
+                   Change{.answer = "no name", .moreLog = {dangling("dir", root + "/d")}}, 1),
                 on({Function::Stat}, "d", endedAt("dir"), 2),
                 on({Function::Stat}, "d/b", {.moreLog = {dangling("file", root + "/d/b")}}, 1),
                 on({Function::Stat}, "d/b", endedAt("file")),
