@@ -81,7 +81,7 @@ std::vector<Check> checkSharedLock(const Stage& stage, const Library& library, s
     const Task task = filesIn(stage.root(), filesLookedAt);
     stage.fill(task);
     std::vector<Check> checks;
-    for (const std::size_t threads : {2, 4, 8})
+    for (const std::size_t threads : {2U, 4U, 8U})
     {
         Times rates;
         for (std::size_t repetition = 0; repetition < repetitions; ++repetition)

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <boost/core/demangle.hpp>
 #include <exception>
+#include <string>
+#include <typeinfo>
 #include <zol/spi/ZolOamSpiManagedObject_3.h>
 #include <zol/spi/ZolOamSpiTransactionalResource_1.h>
 
@@ -12,12 +15,18 @@ extern "C" void __assert_fail(const char* assertion, const char* file, unsigned 
 namespace Zol
 {
 
-/// A second live binder of a class would take the first one's calls, so it stops the process in every build.
-inline void assertNoInstance(bool none, unsigned int line, const char* function)
+/// A second live binder of a class would take the first one's calls, so it stops the process in every build,
+/// and in the same words whatever compiler made it.
+inline void assertNoInstance(bool none, unsigned int line, const char* binder,
+                             const std::type_info& implementation)
 {
     if (!none)
     {
-        __assert_fail("!_instance", "common/inc/ZolInterfaceBinders", line, function);
+        const std::string function =
+            std::string("Zol::") + binder + "<T>::" + binder +
+            "(const ZolMgmtSpiInterface_1T&, T&) [with T = " + boost::core::demangle(implementation.name()) +
+            "; ZolMgmtSpiInterface_1T = ZolMgmtSpiInterface_1]";
+        __assert_fail("!_instance", "common/inc/ZolInterfaceBinders", line, function.c_str());
     }
 }
 
@@ -44,7 +53,7 @@ class TransactionalResource1Binder
 public:
     TransactionalResource1Binder(const ZolMgmtSpiInterface_1T& id, T& impl)
     {
-        assertNoInstance(!_instance, __LINE__, __PRETTY_FUNCTION__);
+        assertNoInstance(!_instance, __LINE__, "TransactionalResource1Binder", typeid(T));
         _table = {id.componentName, id.interfaceName, id.version, join, prepare, commit, abort, finish};
         _instance = &impl;
     }
@@ -72,7 +81,7 @@ class ManagedObject3Binder
 public:
     ManagedObject3Binder(const ZolMgmtSpiInterface_1T& id, T& impl)
     {
-        assertNoInstance(!_instance, __LINE__, __PRETTY_FUNCTION__);
+        assertNoInstance(!_instance, __LINE__, "ManagedObject3Binder", typeid(T));
         _table = {id.componentName, id.interfaceName,   id.version, setMoAttribute, getMoAttribute,
                   getMoAttributes,  newMoIterator,      nextMo,     createMo,       deleteMo,
                   action,           finalizeMoIterator, existsMo,   countMoChildren};

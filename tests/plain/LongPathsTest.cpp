@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -91,7 +92,8 @@ TEST(LongPaths, AreWalkedAsPlainlyAsShortOnes)
     const PlainChanges plainChanges;
     const ZolFileManagement::NonComittedData changes;
     int ended = 0;
-    for (const std::size_t length : {PATH_MAX - 14, PATH_MAX - 1, PATH_MAX, PATH_MAX + 1})
+    for (const std::size_t length :
+         std::initializer_list<std::size_t>{PATH_MAX - 14, PATH_MAX - 1, PATH_MAX, PATH_MAX + 1})
     {
         const LongDirectory directory(length);
         for (const char kind : {'f', 'd', 'l'})

@@ -35,7 +35,7 @@ typedef struct ZolOamSpiManagedObject_3
      * | Class           | Attribute           | Type       | Value                              |
      * |-----------------|---------------------|------------|------------------------------------|
      * | FileGroup       | fileGroupId         | string     | value of the last RDN of the DN    |
-     * | FileGroup       | internalHousekeeping | bool      | whether a marker keeps operators off |
+     * | FileGroup       | internalHousekeeping | bool      | whether its marker file is there   |
      * | FileGroup       | reservedByPolicy    | references | FileGroupPolicy objects, the host's |
      * | FileGroup       | files               | structs    | its files, ordered by name         |
      * | FileInformation | fileInformationId   | string     | value of the last RDN of the DN    |
@@ -63,7 +63,7 @@ typedef struct ZolOamSpiManagedObject_3
      * @retval other as getMoAttribute gives it */
     ZolReturnT (*getMoAttributes)(unsigned long txHandle, const char* dn, const char** attributeNames,
                                   ZolMoAttributeValuesResult_3* result);
-    /** Starts to iterate over the children of a class. A parent that is not there has no children.
+    /** Starts to iterate over children of a class. A missing parent has those that the transaction created.
      *
      * @retval 0 `*iteratorId` can be used until commit or abort
      * @retval -1 the component has no such class
