@@ -1,3 +1,4 @@
+#include "Faults.h"
 #include "LiteralPath.h"
 #include "ProcessState.h"
 #include "WalkFixture.h"
@@ -96,6 +97,34 @@ TEST_F(FileGroupWalk, OfAFileThatIsNamedByDotsIsThatOfTheDirectoryWhichTheyMean)
         Iterator iterator(ZolFileManagement::literalPath(tree.path(place)), changes, files);
         EXPECT_THAT(rest(iterator), ElementsAre("a/b/left")) << place;
     }
+}
+
+TEST_F(FileGroupWalk, LooksAtAnEntryWhenItsTurnHasCome)
+{
+    tree.file("a");
+    tree.file("b");
+    Iterator iterator = open("", files);
+    const std::string first = step(iterator);
+    const std::string second = first == "a" ? "b" : "a";
+    std::filesystem::remove(tree.path(second));
+    tree.directory(second);
+
+    EXPECT_EQ(step(iterator), "end");
+}
+
+TEST_F(FileGroupWalk, WithinACallLooksAtWhatTheDirectoryDoesNotTell)
+{
+    tree.file("f");
+    tree.directory("d");
+    tree.link("l", tree.path("d"));
+    tree.link("m", "nothing");
+    Faults faults;
+    faults.entryRead = [](dirent64& entry) { entry.d_type = DT_UNKNOWN; };
+    Iterator ofFiles(directory(), changes, files, Iterator::Span::OneCall);
+    EXPECT_THAT(rest(ofFiles), ElementsAre("f"));
+    EXPECT_TRUE(ofFiles.hasMoreThanFiles());
+    Iterator ofDirectories(directory(), changes, directories, Iterator::Span::OneCall);
+    EXPECT_THAT(rest(ofDirectories), UnorderedElementsAre("d/", "l/"));
 }
 
 TEST_F(FileGroupWalk, StaysAtItsEnd)

@@ -1,5 +1,6 @@
 #include "FileStatus.h"
 
+#include "ProcessState.h"
 #include "SpecialFiles.h"
 #include "support/TemporaryTree.h"
 
@@ -49,6 +50,8 @@ TEST(FileStatus, IgnoresTheFormOfThePath)
     const FileStatus file(Poco::Path(tree.file("f")).makeDirectory());
     EXPECT_TRUE(file.exists());
     EXPECT_FALSE(file.isDirectory());
+    const WorkingDirectory here(tree.path());
+    EXPECT_TRUE(FileStatus(std::string("f/")).exists());
 }
 
 TEST(FileStatus, OfAnEmptyPathIsAMistakeAsItIsToPoco)

@@ -1,5 +1,6 @@
 #include "NewDirectories.h"
 
+#include "ProcessState.h"
 #include "SystemFaults.h"
 #include "support/ChildProcess.h"
 #include "support/OrdinaryUser.h"
@@ -147,6 +148,46 @@ TEST_F(NewDirectoriesTest, AreMadeOnAnyLevelBehindDeepOnes)
     for (const std::string& name : others)
     {
         EXPECT_EQ(tree.mode(name), 0770U) << name;
+    }
+}
+
+TEST_F(NewDirectoriesTest, AreMadeFromTheWorkingDirectoryWhereTheirPathsBeginThere)
+{
+    tree.directory(chain("there", 41));
+    tree.chmod(chain("there", 40), 02755);
+    tree.chmod(chain("there", 41), 0700);
+    const zoltest::WorkingDirectory here(tree.path());
+    for (int levels = 1; levels <= 60; ++levels)
+    {
+        directories.make(chain("deep", levels) + "/");
+    }
+    directories.make("late/");
+    for (int levels = 1; levels <= 39; ++levels)
+    {
+        directories.make(chain("new", levels) + "/");
+    }
+    directories.make(chain("there", 41) + "/"); // is there
+    EXPECT_EQ(tree.mode(chain("deep", 60)), 0770U);
+    EXPECT_EQ(tree.mode("late"), 0770U);
+    EXPECT_EQ(tree.mode(chain("new", 39)), 0770U);
+    EXPECT_EQ(tree.mode(chain("there", 41)), 02770U);
+}
+
+TEST_F(NewDirectoriesTest, GetTheirModesFromTheWorkingDirectoryBehindADeepOneThatIsThere)
+{
+    const zoltest::WorkingDirectory here(tree.path());
+    for (int levels = 1; levels <= 30; ++levels)
+    {
+        directories.make(chain("d", levels) + "/");
+    }
+    tree.directory(chain("d", 30) + "/there");
+    tree.chmod(chain("d", 30) + "/there", 0700);
+    directories.make(chain("d", 30) + "/new/");
+    directories.make(chain("d", 30) + "/there/");
+    directories.make(chain("d", 30) + "/there/new/");
+    for (const char* name : {"/new", "/there", "/there/new"})
+    {
+        EXPECT_EQ(tree.mode(chain("d", 30) + name), 0770U) << name;
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <random>
 #include <set>
 #include <string>
@@ -15,6 +16,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using ZolFileManagement::literalPath;
 using ZolFileManagement::PathSet;
+
+static_assert(std::input_iterator<PathSet::Iterator>);
 
 namespace
 {
@@ -246,6 +249,17 @@ TEST(PathSet, AFileHasNoChildren)
 {
     const PathSet paths = setOf({"/fs/a/", "/fs/ab/"});
     EXPECT_THAT(paths.childrenOf(Poco::Path("/fs/a")).texts(), IsEmpty());
+}
+
+TEST(PathSet, IsReadStepByStep)
+{
+    PathSet paths;
+    paths.insert(literalPath("/a/"));
+    paths.insert(literalPath("/b"));
+    PathSet::Iterator path = paths.begin();
+    EXPECT_EQ((*path++).toString(), "/a/");
+    EXPECT_EQ((*path).toString(), "/b");
+    EXPECT_EQ(++path, paths.end());
 }
 
 TEST(PathSet, ChildrenAreACopy)
