@@ -45,7 +45,7 @@ std::vector<RowMaker> rowMakers(const Stage& stage)
         maker("count", files, &Way::count, {0.02, 1.3, 0.10}),
         maker("`files`", files, &Way::files, {1.02, 1.2, 0.80}),
         maker("create flat and commit", flat, &Way::create, {3.0, 1.6, 0.85}),
-        maker("commit alone, created flat", flat, &Way::apply, {}, true),
+        maker("commit alone, created flat", flat, &Way::apply, {2.0, {}, {}}, true),
         maker("create in chains of 100 and commit", chains100, &Way::create, {5.0, 2.0, 1.0}),
         maker("create in chains of 1,000 and commit", chains1000, &Way::create, {5.0, 3.0, 0.50}),
         maker("delete and commit", files, &Way::remove, {2.0, 1.8, 0.66}),

@@ -24,7 +24,7 @@ ROOT = HERE.parent.parent
 SKIPPED = 77
 PROGRAMS = (
     "names_tests", "changes_tests", "reads_tests", "front_tests", "interface_binders_tests", "zol_common_tests",
-    "races_tests", "boundary_tests", "plain_tests",
+    "races_tests", "boundary_tests", "plain_tests", "bench_tests",
 )
 FIRST_TESTS = 10
 NUMBERS_OF_A_FILE = 50  # or a multiple

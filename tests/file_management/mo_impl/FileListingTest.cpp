@@ -390,6 +390,15 @@ TEST_F(FileListing, EndsWhereTheDirectoryCantBeReadOn)
     EXPECT_LT(listed, 200U);
 }
 
+TEST_F(FileListing, IsInTheZoneThatTheProcessHasByThen)
+{
+    tree.file("d/f");
+    const TimeZone known("UTC0");
+    const Environment zone("TZ", "<+02>-2"); // which nobody has told the C library
+    const std::string listed = list(d).front().modificationTime;
+    EXPECT_EQ(listed, timeOf("d/f"));
+}
+
 TEST_F(FileListing, LooksAtEachEntryOnce)
 {
     tree.file("d/f");
