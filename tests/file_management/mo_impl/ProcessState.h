@@ -47,7 +47,7 @@ public:
     ~WorkingDirectory();
 
 private:
-    std::string _previous;
+    int _previous; // a handle: not everyone may know the path
 };
 
 /// What the function returns in a child process that permission bits bind. Everyone may enter the tree then.
