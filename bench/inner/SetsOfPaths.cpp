@@ -15,7 +15,7 @@ std::vector<Poco::Path> directories(std::size_t number, std::size_t depth)
     for (std::size_t i = 0; i < number; ++i)
     {
         const std::string name = std::to_string(number + i);
-        last = i % depth == 0 ? Poco::Path("/dev/shm/root/directories/").pushDirectory(name)
+        last = i % depth == 0 ? Poco::Path("/tree/directories/").pushDirectory(name)
                               : Poco::Path(last).pushDirectory("d");
         paths.push_back(last);
     }
