@@ -92,8 +92,8 @@ bool FileGroupIterator::getNextFromFileSystem(Poco::Path& entry)
 
 void FileGroupIterator::open()
 {
-    if (_directory.size() > 1 &&
-        _directory.ends_with('/')) // which would count in a path that is nearly too long
+    const bool hasSlashBehind = _directory.size() > 1 && _directory.ends_with('/');
+    if (hasSlashBehind) // which would count in a path that is nearly too long
     {
         _directory.pop_back();
     }
@@ -107,7 +107,11 @@ void FileGroupIterator::open()
             Poco::File::handleLastError(_directory);
         }
     }
-    if (!_directory.ends_with('/'))
+    if (hasSlashBehind)
+    {
+        _directory += '/';
+    }
+    else if (!_directory.ends_with('/'))
     {
         _directory = literalPath(_directory).makeDirectory().toString();
     }
