@@ -25,7 +25,8 @@ struct Arguments
     std::string inner;
 };
 
-void report(const Arguments& arguments)
+/// Whether all could be measured. Only then the document changes.
+bool report(const Arguments& arguments)
 {
     Report report = run(arguments.options);
     if (!arguments.inner.empty())
@@ -41,13 +42,19 @@ void report(const Arguments& arguments)
     {
         std::ofstream(arguments.json) << toJson(report).dump(2) << '\n';
     }
-    if (!arguments.document.empty())
+    for (const std::string& failure : report.failures)
+    {
+        std::cerr << "zol_bench: " << failure << '\n';
+    }
+    const bool isWhole = report.failures.empty();
+    if (isWhole && !arguments.document.empty())
     {
         writeTables(arguments.document, tables);
     }
+    return isWhole;
 }
 
-void obey(const Arguments& arguments)
+bool obey(const Arguments& arguments)
 {
     const Options& options = arguments.options;
     if (arguments.memoryOf)
@@ -61,8 +68,9 @@ void obey(const Arguments& arguments)
     }
     else
     {
-        report(arguments);
+        return report(arguments);
     }
+    return true;
 }
 
 } // namespace
@@ -93,8 +101,7 @@ int main(int argc, char** argv)
     CLI11_PARSE(app, argc, argv);
     try
     {
-        obey(arguments);
-        return 0;
+        return obey(arguments) ? 0 : 1;
     }
     catch (const std::exception& failure)
     {

@@ -9,6 +9,7 @@
 #include "rig/Rows.h"
 
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <system_error>
 
@@ -64,6 +65,20 @@ std::vector<std::size_t> sizesOf(const Options& options)
     return sizes;
 }
 
+/// What fails alone mustn't lose hours of measuring.
+void attempt(const std::string& name, Report& report, const std::function<void()>& measure)
+{
+    std::cerr << name << '\n';
+    try
+    {
+        measure();
+    }
+    catch (const std::exception& failure)
+    {
+        report.failures.push_back(name + ": " + failure.what());
+    }
+}
+
 void measureRow(const RowMaker& maker, const Options& options, const Stage& stage, const Ways& ways,
                 Report& report)
 {
@@ -74,12 +89,13 @@ void measureRow(const RowMaker& maker, const Options& options, const Stage& stag
         {
             continue;
         }
-        std::cerr << maker.work << ", " << items << '\n';
         const Row row = maker.make(items);
         const std::size_t waysInTurn =
             items > mostItemsOfAll ? std::min(waysOfLargeRows, ways.size()) : ways.size();
-        report.outcomes.push_back(
-            {row.work, items, measure(row, {ways.data(), waysInTurn}, options.repetitions), calls, row.goal});
+        attempt(maker.work + ", " + std::to_string(items), report, [&] {
+            const RowTimes times = measure(row, {ways.data(), waysInTurn}, options.repetitions);
+            report.outcomes.push_back({row.work, items, times, calls, row.goal});
+        });
         if (items > mostItemsOfAll && !row.task.path.empty())
         {
             stage.empty(row.task); // a file system in memory has room for three million entries or so
@@ -87,41 +103,37 @@ void measureRow(const RowMaker& maker, const Options& options, const Stage& stag
     }
 }
 
-void append(std::vector<Check>& checks, std::vector<Check> more)
+template<class Value>
+void append(std::vector<Value>& values, std::vector<Value> more)
 {
-    std::move(more.begin(), more.end(), std::back_inserter(checks));
+    std::move(more.begin(), more.end(), std::back_inserter(values));
 }
 
 void measureOthers(const Options& options, const Stage& stage, const Library& library, Report& report)
 {
-    if (options.wants("threads"))
-    {
-        std::cerr << "threads\n";
-        append(report.checks, checkSharedLock(stage, library, options.repetitions));
-    }
-    if (options.wants("memory"))
-    {
-        std::cerr << "memory\n";
+    const auto measureIfWanted = [&](const std::string& name, const std::function<void()>& measure) {
+        if (options.wants(name))
+        {
+            attempt(name, report, measure);
+        }
+    };
+    measureIfWanted("threads",
+                    [&] { append(report.checks, checkSharedLock(stage, library, options.repetitions)); });
+    measureIfWanted("memory", [&] {
         std::vector<std::size_t> sizes{largestOf(options)};
         if (options.large)
         {
             sizes.push_back(million);
         }
         append(report.checks, checkMemory(stage, options.library, sizes));
-    }
-    if (options.wants("neighbours"))
+    });
+    measureIfWanted("neighbours",
+                    [&] { report.checks.push_back(checkNeighbours(stage, library, options.repetitions)); });
+    for (const std::size_t items : options.items)
     {
-        std::cerr << "neighbours\n";
-        report.checks.push_back(checkNeighbours(stage, library, options.repetitions));
-    }
-    if (options.wants("filem"))
-    {
-        for (const std::size_t items : options.items)
-        {
-            std::cerr << "filem, " << items << '\n';
-            const auto listings = measureListings(stage, options.filem, items, options.repetitions);
-            report.listings.insert(report.listings.end(), listings.begin(), listings.end());
-        }
+        measureIfWanted("filem, " + std::to_string(items), [&] {
+            append(report.listings, measureListings(stage, options.filem, items, options.repetitions));
+        });
     }
 }
 

@@ -1,16 +1,17 @@
 #pragma once
 
-#include "literal/LiteralChanges.h"
+#include "plain/PlainTransaction.h"
 #include "ways/Way.h"
 
 namespace zolbench
 {
 
-/// The rules step by step on POCO: each question asked anew, each path built anew.
+/// The rules step by step on POCO, as the tests hold them against the component: each question asked anew,
+/// each path built anew.
 class LiteralWay : public Way
 {
 public:
-    explicit LiteralWay(std::string root);
+    explicit LiteralWay(const std::string& root);
 
     void browse(const Task& task, Findings* findings) override;
     void count(const Task& task, Findings* findings) override;
@@ -25,10 +26,11 @@ public:
     void apply(const Task& task, Findings* findings) override;
 
 private:
-    Poco::Path pathOf(const std::string& dn) const;
+    Poco::Path pathOf(const std::string& dn) const { return zoltest::plainPathOf(_root, dn); }
 
     std::string _root;
-    LiteralChanges _changes;
+    zoltest::PlainChanges _noChanges;
+    zoltest::PlainTransaction _transaction;
 };
 
 } // namespace zolbench

@@ -25,6 +25,7 @@ struct Report
     std::vector<Check> checks;
     std::vector<Listing> listings;
     std::vector<InnerCase> innerCases;
+    std::vector<std::string> failures; ///< what couldn't be measured, and why
 };
 
 /// The tables in Markdown by name, without those that nothing was measured for.

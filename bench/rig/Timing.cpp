@@ -7,6 +7,7 @@
 #include <functional>
 #include <iterator>
 #include <optional>
+#include <random>
 
 namespace zolbench
 {
@@ -50,15 +51,19 @@ std::optional<Sample> measureOnce(const Row& row, Way& way)
 RowTimes measure(const Row& row, std::span<const std::unique_ptr<Way>> ways, std::size_t repetitions)
 {
     RowTimes times;
+    std::vector<Way*> order;
+    std::transform(ways.begin(), ways.end(), std::back_inserter(order),
+                   [](const auto& way) { return way.get(); });
+    std::minstd_rand random;
     for (std::size_t repetition = 0; repetition < repetitions; ++repetition)
     {
-        for (std::size_t i = 0; i < ways.size(); ++i)
+        std::shuffle(order.begin(), order.end(), random);
+        for (Way* way : order)
         {
-            Way& way = *ways[(i + repetition) % ways.size()];
-            if (const auto sample = measureOnce(row, way))
+            if (const auto sample = measureOnce(row, *way))
             {
-                times.processor[way.name()].push_back(sample->processor);
-                times.wall[way.name()].push_back(sample->wall);
+                times.processor[way->name()].push_back(sample->processor);
+                times.wall[way->name()].push_back(sample->wall);
             }
         }
     }

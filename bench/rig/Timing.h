@@ -22,8 +22,8 @@ struct RowTimes
     Times wall;
 };
 
-/// Measures each way in each repetition, beginning with another one each time, so that what else the machine
-/// does meets all of them.
+/// Measures each way in each repetition, in an order of its own, so that what else the machine does meets all
+/// of them, and none always follows the one that leaves the caches cold.
 RowTimes measure(const Row& row, std::span<const std::unique_ptr<Way>> ways, std::size_t repetitions);
 
 double median(std::vector<double> values);

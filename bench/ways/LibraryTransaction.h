@@ -1,19 +1,10 @@
 #pragma once
 
 #include "ways/Library.h"
-
-#include <stdexcept>
+#include "ways/Require.h"
 
 namespace zolbench
 {
-
-inline void requireOk(ZolReturnT code, const char* what)
-{
-    if (code != ZolReturnOk)
-    {
-        throw std::runtime_error(std::string(what) + " gives " + std::to_string(code));
-    }
-}
 
 /// A transaction in the library, from its join to its finish at the end of the object's life.
 class LibraryTransaction
