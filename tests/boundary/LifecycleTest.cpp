@@ -4,9 +4,9 @@
 #include "support/LoadedComponent.h"
 #include "support/LoadedLibrary.h"
 #include "support/RecordedLog.h"
-#include "support/ScopedDirectory.h"
 #include "support/TemporaryTree.h"
 #include "support/Transaction.h"
+#include "support/WorkingDirectory.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -23,9 +23,9 @@ using zoltest::LoadedLibrary;
 using zoltest::objectsOf;
 using zoltest::RecordedLog;
 using zoltest::resourceOf;
-using zoltest::ScopedDirectory;
 using zoltest::TemporaryTree;
 using zoltest::Transaction;
+using zoltest::WorkingDirectory;
 
 namespace
 {
@@ -310,7 +310,7 @@ TEST_F(Start, HandsOnTheRootOfTheFileSystemUnchanged)
 
 TEST_F(Start, HandsOnARootWithoutAnySlashTwice)
 {
-    const ScopedDirectory here(tree.path());
+    const WorkingDirectory here(tree.path());
     tree.directory("fs");
     ASSERT_EQ(init(configurationFor("fs")), 0);
     const RecordedLog log;
@@ -320,7 +320,7 @@ TEST_F(Start, HandsOnARootWithoutAnySlashTwice)
 
 TEST_F(Start, ServesTheDoubledPathOfARootWithoutAnySlash)
 {
-    const ScopedDirectory here(tree.path());
+    const WorkingDirectory here(tree.path());
     tree.directory("fs/outer");
     tree.directory("fs/fs/inner");
     ASSERT_EQ(init(configurationFor("fs")), 0);

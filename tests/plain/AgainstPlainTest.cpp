@@ -14,6 +14,7 @@
 #include "support/OrdinaryUser.h"
 #include "support/RecordedLog.h"
 #include "support/TemporaryTree.h"
+#include "support/WorkingDirectory.h"
 
 #include <algorithm>
 #include <functional>

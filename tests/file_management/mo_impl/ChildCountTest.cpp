@@ -1,6 +1,6 @@
 #include "Faults.h"
-#include "ProcessState.h"
 #include "ReadsFixture.h"
+#include "support/WorkingDirectory.h"
 
 #include <Poco/DirectoryIterator.h>
 #include <stdexcept>

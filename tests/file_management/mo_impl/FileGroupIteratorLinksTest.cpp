@@ -1,7 +1,7 @@
 #include "Faults.h"
-#include "ProcessState.h"
 #include "SpecialFiles.h"
 #include "WalkFixture.h"
+#include "support/WorkingDirectory.h"
 
 #include <cerrno>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "Faults.h"
 #include "LiteralPath.h"
-#include "ProcessState.h"
 #include "WalkFixture.h"
+#include "support/WorkingDirectory.h"
 
 #include <Poco/DirectoryIterator.h>
 #include <filesystem>

@@ -1,8 +1,8 @@
 #include "FileStatus.h"
 
-#include "ProcessState.h"
 #include "SpecialFiles.h"
 #include "support/TemporaryTree.h"
+#include "support/WorkingDirectory.h"
 
 #include <Poco/Exception.h>
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
 #include "NewDirectories.h"
 
-#include "ProcessState.h"
 #include "SystemFaults.h"
 #include "support/ChildProcess.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryTree.h"
+#include "support/WorkingDirectory.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>

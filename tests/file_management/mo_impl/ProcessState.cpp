@@ -3,13 +3,9 @@
 #include "support/ChildProcess.h"
 #include "support/OrdinaryUser.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <fcntl.h>
-#include <filesystem>
 #include <iostream>
-#include <unistd.h>
 
 namespace zoltest
 {
@@ -56,21 +52,6 @@ TimeZone::~TimeZone()
 {
     _variable.reset();
     ::tzset();
-}
-
-WorkingDirectory::WorkingDirectory(const std::string& directory)
-    : _previous(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC))
-{
-    std::filesystem::current_path(directory);
-}
-
-WorkingDirectory::~WorkingDirectory()
-{
-    if (::fchdir(_previous) != 0)
-    {
-        std::perror("the working directory before is gone");
-    }
-    ::close(_previous);
 }
 
 std::string asOrdinaryUser(const TemporaryTree& tree, const std::function<std::string()>& function)

@@ -37,19 +37,6 @@ private:
     std::optional<Environment> _variable;
 };
 
-/// The process works in another directory until the end of this object.
-class WorkingDirectory
-{
-public:
-    explicit WorkingDirectory(const std::string& directory);
-    WorkingDirectory(const WorkingDirectory&) = delete;
-    WorkingDirectory& operator=(const WorkingDirectory&) = delete;
-    ~WorkingDirectory();
-
-private:
-    int _previous; // a handle: not everyone may know the path
-};
-
 /// What the function returns in a child process that permission bits bind. Everyone may enter the tree then.
 std::string asOrdinaryUser(const TemporaryTree& tree, const std::function<std::string()>& function);
 

@@ -1,5 +1,5 @@
 #include "ChangesFixture.h"
-#include "ProcessState.h"
+#include "support/WorkingDirectory.h"
 
 #include <Poco/DirectoryIterator.h>
 

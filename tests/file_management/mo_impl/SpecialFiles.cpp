@@ -1,6 +1,6 @@
 #include "SpecialFiles.h"
 
-#include "ProcessState.h"
+#include "support/WorkingDirectory.h"
 
 #include <cerrno>
 #include <filesystem>

@@ -1,8 +1,8 @@
 #include "staging/Protections.h"
 
 #include "staging/Plan.h"
-#include "support/ScopedDirectory.h"
 #include "support/TemporaryTree.h"
+#include "support/WorkingDirectory.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -140,9 +140,9 @@ TEST_F(ProtectionsTest, LookRelativeTargetsUpFromTheWorkingDirectory)
 {
     tree.file("elsewhere/f");
     tree.link("d/l", "../elsewhere");
-    const zoltest::ScopedDirectory outside("/");
+    const zoltest::WorkingDirectory outside("/");
     EXPECT_EQ(of("d").filesBelow, 0U);
-    const zoltest::ScopedDirectory inside(tree.path("d"));
+    const zoltest::WorkingDirectory inside(tree.path("d"));
     EXPECT_EQ(of("d").filesBelow, 1U);
 }
 
