@@ -92,9 +92,7 @@ class Build:
             path.write_bytes(content)
 
     def copy_project(self, sources):
-        for name in (
-                "CMakeLists.txt", "bench", "cmake", "common", "examples", "file_management", "host", "platform", "tests"):
-            origin = ROOT / name
+        for origin in (each for each in ROOT.iterdir() if each.name != "build" and not each.name.startswith(".")):
             for path in [origin] if origin.is_file() else origin.rglob("*"):
                 relative = path.relative_to(ROOT)
                 if path.is_file() and "__pycache__" not in path.parts and str(relative) not in sources:
