@@ -5,34 +5,27 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
-#include <fcntl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// Straight to the kernel: tests put their own functions in the place of the C library's.
+// Straight to the kernel: tests put their own functions in the place of the C library's. To a file that is open:
+// tests go where no path leads to it.
 static inline void zolRecordMutant(int id)
 {
     static bool recorded[1 << 14];
-    const char* const path = std::getenv("ZOL_MUTANT_RECORD");
-    if (path == nullptr || recorded[id])
+    const char* const file = std::getenv("ZOL_MUTANT_RECORD");
+    if (file == nullptr || recorded[id])
     {
         return;
     }
     recorded[id] = true;
     const int callersErrno = errno;
-    const int file = static_cast<int>(
-        syscall(SYS_openat, AT_FDCWD, path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
-    if (file >= 0)
+    char line[] = "0000000\n";
+    for (int digit = 6; digit >= 0; --digit, id /= 10)
     {
-        char line[] = "0000000\n";
-        for (int digit = 6; digit >= 0; --digit, id /= 10)
-        {
-            line[digit] = static_cast<char>('0' + id % 10);
-        }
-        syscall(SYS_write, file, line, sizeof line - 1);
-        syscall(SYS_close, file);
+        line[digit] = static_cast<char>('0' + id % 10);
     }
+    syscall(SYS_write, std::atoi(file), line, sizeof line - 1);
     errno = callersErrno;
 }
 

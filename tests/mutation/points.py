@@ -216,7 +216,8 @@ class Finder:
         elif kind in INTEGERS:
             type_name = value.type.get_canonical().spelling
             for code in ("0", "-1") if kind == TypeKind.INT else ("0", "1"):
-                self.add(value, code, cast=type_name)
+                if not (code == "0" and self.original(value) == "ZolReturnOk"):  # which it is
+                    self.add(value, code, cast=type_name)
         elif kind == TypeKind.POINTER:
             self.add(value, "nullptr")
         elif kind == TypeKind.RECORD:

@@ -44,11 +44,12 @@ class World:
         self.folder = folder
         self.closed = next((path for path in reversed(folder.parents) if not path.stat().st_mode & 1), "")
 
-    def run(self, command, seconds, environment):
-        """Runs a program until its end, but no longer than that."""
+    def run(self, command, seconds, environment, descriptors=()):
+        """Runs a program until its end, but no longer than that. It gets these descriptors."""
         process = subprocess.Popen(
             [*UNSHARE, "sh", "-ec", ENTER, "sh", self.folder, self.closed, "prlimit", f"--nproc={PROCESSES}", *command],
             env={**os.environ, **environment}, preexec_fn=limit, start_new_session=True,
+            pass_fds=descriptors,
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         try:
             output, _ = process.communicate(timeout=seconds)

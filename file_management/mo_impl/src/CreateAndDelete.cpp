@@ -6,6 +6,7 @@
 #include "LogForms.h"
 
 #include <Poco/File.h>
+#include <sys/stat.h>
 #include <zol/common/DnUtil.h>
 
 namespace ZolFileManagement
@@ -53,8 +54,8 @@ ZolReturnT FileMTransaction::deleteM(const char* dn) noexcept
     // what can't be searched for needs no look
     const bool isFound = foundDn.find("?\?") != std::string::npos && replace3gppIllegalChars(foundDn);
     const Poco::Path path = convertDnToPath(isFound ? foundDn.c_str() : dn);
-    mode_t type = 0;
-    if (isLink(Poco::Path(path).makeFile().toString(), type))
+    const mode_t type = entryType(Poco::Path(path).makeFile().toString());
+    if (S_ISLNK(type))
     {
         return -1;
     }

@@ -22,7 +22,7 @@ bool isDots(std::string_view name)
 
 bool DirectoryEntries::open(const std::string& directory)
 {
-    _handle = Handle(::open(directory.c_str(), O_RDONLY | O_NONBLOCK | O_DIRECTORY | O_CLOEXEC));
+    _handle = Handle(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (_handle.number() < 0)
     {
         return false;

@@ -150,7 +150,8 @@ FileGroupIterator::Kind FileGroupIterator::examine(mode_t type)
     if (!isToldByDirectory)
     {
         const std::string text = _directory + _name;
-        const bool isALink = isLink(text, type);
+        type = entryType(text);
+        const bool isALink = S_ISLNK(type);
         if (isALink || type == 0)
         {
             return examineByTarget(text, isALink);
@@ -183,8 +184,8 @@ FileGroupIterator::Kind FileGroupIterator::examineByTarget(const std::string& te
     {
         return Kind::File;
     }
-    mode_t type = 0;
-    const bool isDirectory = file.isDirectory() || (isLink(text, type) && isLinkReferringToDirectory(text));
+    const bool isDirectory =
+        file.isDirectory() || (S_ISLNK(entryType(text)) && isLinkReferringToDirectory(text));
     return isDirectory ? Kind::Directory : Kind::None;
 }
 

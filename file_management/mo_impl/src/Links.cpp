@@ -11,11 +11,10 @@ namespace ZolFileManagement
 bool isLink(const Poco::Path& path)
 {
     // with a slash behind it, lstat would follow a link
-    mode_t type = 0;
-    return isLink(Poco::Path(path).makeFile().toString(), type);
+    return S_ISLNK(entryType(Poco::Path(path).makeFile().toString()));
 }
 
-bool isLink(const std::string& text, mode_t& type)
+mode_t entryType(const std::string& text)
 {
     struct stat status
     {};
@@ -23,11 +22,9 @@ bool isLink(const std::string& text, mode_t& type)
     {
         const int reason = errno;
         ZOL_PLAIN_TRACE("Warning: could not stat %s, reason :%d", text.c_str(), reason);
-        type = 0;
-        return false;
+        return 0;
     }
-    type = status.st_mode & S_IFMT;
-    return S_ISLNK(type);
+    return status.st_mode & S_IFMT;
 }
 
 } // namespace ZolFileManagement

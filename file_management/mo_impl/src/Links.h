@@ -11,8 +11,7 @@ namespace ZolFileManagement
 /// can't be examined.
 bool isLink(const Poco::Path& path);
 
-/// The same for the text of a path in file form. `type` is what the path itself is, as S_IFMT has it, or 0 if
-/// it can't be examined.
-bool isLink(const std::string& text, mode_t& type);
+/// What a path in file form itself is, as S_IFMT has it, or 0 if it can't be examined.
+mode_t entryType(const std::string& text);
 
 } // namespace ZolFileManagement

@@ -19,9 +19,6 @@ void ConfigurationReader::setProperty(const Poco::XML::XMLString& /*property*/, 
 
 void ConfigurationReader::parseMemoryNP(const char* xml, std::size_t size)
 {
-    _depth = 0;
-    _attributes = 0;
-    _failure = nullptr;
     Poco::XML::ParserEngine engine;
     engine.setExpandInternalEntities(false);
     engine.setExternalGeneralEntities(false);

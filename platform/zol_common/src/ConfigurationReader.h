@@ -8,7 +8,7 @@ namespace Zol
 
 /// Feeds a document builder with elements, texts and references to entities. No entity is expanded in a text,
 /// nothing outside the document is read, and elements nested too deeply for the recursion of a document's
-/// users are refused, as are attributes that declarations make much of.
+/// users are refused, as are attributes that declarations make much of. For one document.
 class ConfigurationReader : public Poco::XML::XMLFilterImpl
 {
 public:

@@ -105,6 +105,18 @@ TEST_F(TransactionLife, AnyCodeButZeroIsAFailedLookup)
     EXPECT_THAT(log.statements(), ElementsAre("severity-3 Could not get threadContext service"));
 }
 
+TEST_F(TransactionLife, WhatAFailedLookupGivesIsNotUsed)
+{
+    static ZolMgmtSpiThreadContext* const context = host.threadContext();
+    auto portal = portalWith([](ZolMgmtSpiInterface_1, ZolMgmtSpiInterface_1** result) -> ZolReturnT {
+        *result = reinterpret_cast<ZolMgmtSpiInterface_1*>(context);
+        return 5;
+    });
+    FileMTransaction transaction(8, portal);
+    EXPECT_EQ(createIn(transaction, "illegal|name"), -1);
+    EXPECT_THAT(host.messages(), IsEmpty());
+}
+
 TEST_F(TransactionLife, TheThreadContextIsNullUntilTheLookupFillsIt)
 {
     static const ZolMgmtSpiInterface_1* found = nullptr;
