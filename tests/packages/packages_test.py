@@ -18,6 +18,9 @@ SKIPPED = 77
 VERSION = "1.0.0"
 NEXT_VERSION = "1.0.0+next"
 
+# what a cache of the compiler made for the first build would be compared with itself
+os.environ["CCACHE_DISABLE"] = "1"
+
 
 def run(*command, **options):
     outcome = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, encoding="utf-8",
