@@ -111,7 +111,7 @@ void FileGroupIterator::open()
     {
         _directory += '/';
     }
-    else if (!_directory.ends_with('/'))
+    else
     {
         _directory = literalPath(_directory).makeDirectory().toString();
     }

@@ -76,6 +76,19 @@ TEST_F(FileGroupWalk, DoesNotDescend)
     EXPECT_THAT(directoriesIn(), ElementsAre("a/"));
 }
 
+TEST_F(FileGroupWalk, OfTheTopOfTheDiskGivesWhatStandsThere)
+{
+    Iterator iterator(ZolFileManagement::literalPath("/"), changes, directories);
+    std::vector<std::string> found;
+    Poco::Path entry;
+    while (iterator.getNext(entry))
+    {
+        found.push_back(entry.toString());
+    }
+
+    EXPECT_THAT(found, Contains("/usr/"));
+}
+
 TEST_F(FileGroupWalk, OfDirectoriesThatLookLikeDevicesIsThatOfTheseDirectories)
 {
     tree.file("a:/b:/f");
