@@ -28,4 +28,6 @@ foreach(name IN LISTS pkgconfig_files)
 endforeach()
 
 install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN docs/reference EXCLUDE)
+# What the target reference has made, if it has.
+install(DIRECTORY ${PROJECT_BINARY_DIR}/reference/html DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs/reference OPTIONAL)

@@ -23,9 +23,10 @@ bool isOwn(const DiskEntry& entry)
 
 bool isInGroup(gid_t group)
 {
-    const int count = getgroups(0, nullptr);
-    std::vector<gid_t> groups(static_cast<std::size_t>(std::max(count, 0)));
-    getgroups(count, groups.data());
+    std::vector<gid_t> groups(static_cast<std::size_t>(std::max(getgroups(0, nullptr), 0)));
+    // asked for none, it would give their number once more
+    const int taken = groups.empty() ? 0 : getgroups(static_cast<int>(groups.size()), groups.data());
+    groups.resize(static_cast<std::size_t>(std::max(taken, 0)));
     return group == getegid() || std::ranges::find(groups, group) != groups.end();
 }
 

@@ -67,11 +67,13 @@ class Installed(unittest.TestCase):
             "lib/pkgconfig/zol-common.pc", "lib/pkgconfig/zol-file-management.pc", "lib/pkgconfig/zol-spi.pc",
             "share/bash-completion/completions/filem", "share/doc/zol_file_management/LICENSE",
             "share/doc/zol_file_management/README.md", "share/doc/zol_file_management/docs/operating.md",
+            "share/doc/zol_file_management/docs/reference/html/structZolOamSpiManagedObject__3.html",
             "share/doc/zol_file_management/examples/CMakeLists.txt", "share/fish/vendor_completions.d/filem.fish",
             "share/man/man1/filem.1", "share/man/man5/filem-config.5", "share/zsh/site-functions/_filem"]
         self.assertEqual([path for path in expected if not (self.prefix / path).is_file()], [])
         self.assertEqual(names(self.prefix), ["bin", "include", "lib", "share"])
         self.assertEqual(names(self.prefix / "bin"), ["filem"])
+        self.assertEqual(names(self.prefix / "share/doc/zol_file_management/docs/reference"), ["html"])
         self.assertEqual([name for name in names(self.lib) if ".so" not in name], ["cmake", "pkgconfig"])
 
     def test_headers_need_nothing_that_is_not_installed(self):
@@ -94,7 +96,8 @@ class Installed(unittest.TestCase):
         run("cc", "-std=c11", "-o", minimal, self.examples / "minimal_host.c",
             *self.pkg_config("--cflags", "--libs", "zol-spi"), "-ldl")
         run("c++", "-std=c++20", "-o", removing, self.examples / "removing_host.cpp",
-            *self.pkg_config("--cflags", "--libs", "zol-spi", "zol-common"), f"-Wl,-rpath,{self.lib}", "-ldl")
+            *self.pkg_config("--cflags", "--libs", "zol-spi", "zol-common"), "-ldl",
+            "-Wl,-rpath," + " ".join(self.pkg_config("--variable=libdir", "zol-common")))
         self.assert_hosts_work(minimal, removing)
 
     def test_pkg_config_knows_the_component(self):
@@ -122,7 +125,10 @@ class Installed(unittest.TestCase):
         self.cmake_project("set(CMAKE_DISABLE_FIND_PACKAGE_Poco ON)\n"
                            "find_package(zol 1 REQUIRED COMPONENTS spi)\n"
                            "if(NOT TARGET zol::spi OR TARGET zol::common)\n"
-                           "    message(FATAL_ERROR \"the wrong targets\")\nendif()\n")
+                           "    message(FATAL_ERROR \"the wrong targets\")\nendif()\n"
+                           "find_package(zol 1 REQUIRED COMPONENTS spi OPTIONAL_COMPONENTS common engine)\n"
+                           "if(zol_common_FOUND OR zol_engine_FOUND)\n"
+                           "    message(FATAL_ERROR \"found what isn't there\")\nendif()\n")
 
     def test_cmake_says_what_is_missing(self):
         for text, why in (

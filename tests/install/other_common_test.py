@@ -54,6 +54,25 @@ class OtherCommon(unittest.TestCase):
         with self.assertRaisesRegex(AssertionError, "other companion, severity 3: .* does not exist"):
             self.host(self.root / "missing", "logs")
 
+    def test_the_component_finds_it_beside_itself(self):
+        beside = self.scratch / "beside"
+        beside.mkdir()
+        for library in (self.component, self.other / "lib/libzol_common.so.7"):
+            (beside / library.name).write_bytes(library.read_bytes())
+        said = run(BUILD / "bin/minimal_host", beside / self.component.name, self.root, "logs", "new")
+        self.assertEqual(said, "a.log 5\nb.log 5\nc.txt 5\n")
+
+    def test_the_installed_examples_are_built_that_know_of_no_companion(self):
+        build = self.scratch / "examples"
+        installed = self.lib.parent
+        run("cmake", "-G", "Ninja", "-S", installed / "share/doc/zol_file_management/examples", "-B", build,
+            f"-DCMAKE_PREFIX_PATH={installed}")
+        run("cmake", "--build", build)
+        self.assertFalse((build / "removing_host").exists())
+        said = run(build / "minimal_host", self.component, self.root, "logs", "new",
+                   environment={"LD_LIBRARY_PATH": str(self.other / "lib")})
+        self.assertEqual(said, "a.log 5\nb.log 5\nc.txt 5\n")
+
     def test_the_component_alone_is_built_and_installed(self):
         self.assertEqual(names(self.lib), ["cmake", "libzol_file_management.so", "libzol_file_management.so.1",
                                            "libzol_file_management.so.1.0.0", "pkgconfig"])

@@ -11,6 +11,16 @@ extern "C" {
 /** Called once after loading. Registers the component with the host's portal and reads its configuration. The
  * entry points and the callbacks of the component record are called one at a time.
  *
+ * After a failure too, the host calls zolLCMterminate before it unloads the library, and drops the record if
+ * it has no portal of version "3": the component may be registered, and its record goes with the library.
+ *
+ * The configuration is an XML document of at most 256 KiB. It has the element `ZolFileManagementComponent`
+ * exactly once, at any depth, and anywhere below that the element `internal_root` exactly once: its text is
+ * the path of the root directory, white space included. It must be absolute, which nobody checks: one without
+ * a slash, such as `tree`, is looked for as it is by start but used as `tree/tree`, and any other relative
+ * one changes with the working directory. Where that element is missing, empty or there more than once, start
+ * takes what the command `zolea file-system internalRoot` prints.
+ *
  * @param accessor where the host's portals are; not null, and in place until the library is unloaded
  * @param config the text of an XML document if it begins with '<' after white space, otherwise the path of
  * one; not null, the caller's

@@ -29,8 +29,10 @@ typedef struct ZolMgmtSpiComponentRecord
     /** Lets the component serve. May be called again, also without a stop. Where the configuration names no
      * root directory, an external command is run and waited for.
      *
-     * @retval 0 it serves from now on
-     * @retval -1 it can't: there is no root directory, see the log */
+     * @retval 0 it serves from now on, but without the host's ZolOamSpiTransaction the first join ends the
+     *     process
+     * @retval -1 it can't: there is no root directory, see the log. What is left to do is to start it again,
+     *     or zolLCMterminate and to unload it */
     ZolReturnT (*start)(ZolStateChangeReason reason);
     /** Tells the component that the host wants no more of it. Tears nothing down: open transactions can still
      * end.

@@ -14,9 +14,10 @@ typedef struct ZolMgmtSpiInterfacePortal_1
     const char* componentName; /**< who offers the portal */
     const char* interfaceName; /**< what it is called; not read by this component */
     const char* version;       /**< "1" or "3" */
-    /** Finds the host's table of an interface. The table stays the host's. Called from within start, and from
-     * within join on its thread with the component's lock held: the host must not wait for another thread
-     * that may call the component.
+    /** Finds the host's table of an interface. The table stays the host's. This component asks for
+     * "ZolOamSpiTransactionService", "ZolOamSpiTransaction", "1" from within start, and for
+     * "ZolMgmtSpiThreadContextService", "ZolMgmtSpiThreadContext", "2" from within join on its thread with
+     * the component's lock held: the host must not wait for another thread that may call the component.
      *
      * @retval 0 `*result` is the table
      * @retval other there is none, and `*result` is as it was */
@@ -24,13 +25,14 @@ typedef struct ZolMgmtSpiInterfacePortal_1
     /** Not used by this component. */
     void (*reserved)(void);
     /** Takes note of a component. Called once from within zolLCMinit. The host keeps the pointer until
-     * unregisterComponent. A component that was registered here because the host has no portal of version "3"
-     * is never unregistered: the host drops its record before it unloads the library.
+     * unregisterComponent, also if zolLCMinit then fails. A component that was registered here because the
+     * host has no portal of version "3" is never unregistered: the host drops its record before it unloads
+     * the library.
      *
      * @retval 0 the component is registered
      * @retval other it is not, and zolLCMinit gives that code */
     ZolReturnT (*registerComponent)(ZolMgmtSpiComponentRecord* record);
-    /** Forgets a component. Called from within zolLCMterminate.
+    /** Forgets a component. Called from within zolLCMterminate, also for one that was not registered.
      *
      * @retval any it counts for nothing */
     ZolReturnT (*unregisterComponent)(ZolMgmtSpiComponentRecord* record);

@@ -11,10 +11,12 @@
 extern "C" {
 #endif
 
-/** The table is the host's and outlives the component's library. */
+/** The table is the host's and outlives the component's library. The component asks for it in each join, by
+ * the three texts below. Where it finds none, the transaction works, its texts are lost and the log says
+ * so. */
 typedef struct ZolMgmtSpiThreadContext
 {
-    const char* componentName; /**< who offers the table */
+    const char* componentName; /**< "ZolMgmtSpiThreadContextService" */
     const char* interfaceName; /**< "ZolMgmtSpiThreadContext" */
     const char* version;       /**< "2" */
     /** Adds a text to what the operator of the calling thread's request gets to see. Called from within a

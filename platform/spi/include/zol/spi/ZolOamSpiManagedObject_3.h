@@ -17,10 +17,14 @@ extern "C" {
  * want of memory.
  *
  * The classes are FileGroup, a directory; FileInformation, a file; and FileMConfigData, one object with the
- * configuration. */
+ * configuration. A file is a marker if its name is `.filemnohousekeeping`, `.filemnodirectorycreate` or
+ * `.filemnodirectorydelete`: each keeps its directory from deleteMo, the second one also from createMo below
+ * it, and the first one sets an attribute. Markers are hidden: no iterator, count or attribute shows them,
+ * and existsMo finds none. A directory of such a name works like a marker but is shown, as is any other name
+ * that begins with a dot. */
 typedef struct ZolOamSpiManagedObject_3
 {
-    const char* componentName; /**< who offers the table */
+    const char* componentName; /**< "ZolFileManagementComponent" */
     const char* interfaceName; /**< "ZolOamSpiManagedObject" */
     const char* version;       /**< "3" */
     /** No attribute can be written.
@@ -35,7 +39,7 @@ typedef struct ZolOamSpiManagedObject_3
      * | Class           | Attribute           | Type       | Value                              |
      * |-----------------|---------------------|------------|------------------------------------|
      * | FileGroup       | fileGroupId         | string     | value of the last RDN of the DN    |
-     * | FileGroup       | internalHousekeeping | bool      | whether its marker file is there   |
+     * | FileGroup       | internalHousekeeping | bool      | if there is `.filemnohousekeeping` |
      * | FileGroup       | reservedByPolicy    | references | FileGroupPolicy objects, the host's |
      * | FileGroup       | files               | structs    | its files, ordered by name         |
      * | FileInformation | fileInformationId   | string     | value of the last RDN of the DN    |
@@ -51,7 +55,7 @@ typedef struct ZolOamSpiManagedObject_3
      *
      * @retval 0 `result` holds the value
      * @retval -1 it can't be read, or the DN is of another class
-     * @retval -2 no such attribute, hidden file or unknown handle
+     * @retval -2 no such attribute, a marker file, or unknown handle
      * @retval other from the host's own objects that were asked */
     ZolReturnT (*getMoAttribute)(unsigned long txHandle, const char* dn, const char* attributeName,
                                  ZolMoAttributeValueResult_3* result);
@@ -82,15 +86,15 @@ typedef struct ZolOamSpiManagedObject_3
      * Whether it is there already, or its parent, is not looked at.
      *
      * @retval 0 it waits for commit
-     * @retval -1 another class or key attribute, a name that can't be one, a parent with a marker against it,
-     * or unknown handle */
+     * @retval -1 another class or key attribute, a name that can't be one, a parent with
+     *     `.filemnodirectorycreate`, or unknown handle */
     ZolReturnT (*createMo)(unsigned long txHandle, const char* parentDn, const char* className,
                            const char* keyAttribute, const char* keyValue,
                            ZolMoNamedAttributeValueContainer_3** attributes);
     /** Asks for a FileGroup or FileInformation to go.
      *
      * @retval 0 it waits for commit
-     * @retval -1 a symbolic link, a directory with a marker against it or with files somewhere in it, another
+     * @retval -1 a symbolic link, a directory with one of the markers or with files somewhere in it, another
      *     class, or unknown handle
      * @retval -2 there is none */
     ZolReturnT (*deleteMo)(unsigned long txHandle, const char* dn);

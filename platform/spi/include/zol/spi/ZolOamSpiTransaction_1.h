@@ -8,10 +8,12 @@
 extern "C" {
 #endif
 
-/** The table is the host's and outlives the component's library. */
+/** The table is the host's and outlives the component's library. The component asks for it in each start, by
+ * the three texts below. Where it finds none, start gives 0 all the same and the first join ends the
+ * process. */
 typedef struct ZolOamSpiTransaction_1
 {
-    const char* componentName; /**< who offers the table */
+    const char* componentName; /**< "ZolOamSpiTransactionService" */
     const char* interfaceName; /**< "ZolOamSpiTransaction" */
     const char* version;       /**< "1" */
     /** The component takes part in the transaction and wants to be driven through `resource`, which stays in

@@ -15,12 +15,12 @@ extern "C" {
  * host chooses the handles. Any operation may give -1 for want of memory. */
 typedef struct ZolOamSpiTransactionalResource_1
 {
-    const char* componentName; /**< who offers the table */
+    const char* componentName; /**< "ZolFileManagementComponent" */
     const char* interfaceName; /**< "ZolOamSpiTransactionalResource" */
     const char* version;       /**< "1" */
     /** Opens the transaction in the component, which registers as participant from within the call, so the
-     * host must offer the interface "ZolOamSpiTransaction". Not to be called again before finish: what is
-     * opened then is lost.
+     * host must have offered the interface "ZolOamSpiTransaction" when it called start: without it this call
+     * ends the process. Not to be called again before finish: what is opened then is lost.
      *
      * @retval 0 open
      * @retval other the host's code for the refused registration; nothing is open */
