@@ -35,5 +35,8 @@ if(ZOL_COVERAGE)
     target_link_options(zol_build_settings INTERFACE --coverage)
 else()
     # No path of the building machine in traces, assertions or debug information. The reports of coverage need it.
-    target_compile_options(zol_build_settings INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+    # A cache of the compiler may ask for sources by their way from the build folder.
+    file(RELATIVE_PATH ZOL_WAY_TO_SOURCES ${PROJECT_BINARY_DIR} ${PROJECT_SOURCE_DIR})
+    target_compile_options(zol_build_settings INTERFACE
+        -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${ZOL_WAY_TO_SOURCES}=)
 endif()
