@@ -40,7 +40,7 @@ CallsByWay countCalls(const RowMaker& maker, const Options& options, const Ways&
     }
     catch (const std::system_error& failure)
     {
-        std::cerr << "system calls aren't counted: " << failure.what() << '\n';
+        std::cerr << maker.work << ": system calls aren't counted: " << failure.what() << '\n';
         return {};
     }
 }

@@ -83,7 +83,7 @@ void LiteralWay::remove(const Task& task, Findings*)
 
 void LiteralWay::removeMatching(const Task& task, Findings*)
 {
-    require(_transaction.removeFiles(pathOf(task.dn), task.expression), "removeFile");
+    _transaction.removeFiles(pathOf(task.dn), task.expression);
     requireOk(_transaction.commit(), "commit");
 }
 

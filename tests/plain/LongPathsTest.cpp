@@ -103,7 +103,7 @@ TEST(LongPaths, AreWalkedAsPlainlyAsShortOnes)
         // what was made last comes first on a file system in memory: not what is too long
         for (std::size_t size = 22; size >= 4; --size)
         {
-            for (const char kind : {'f', 'd', 'l'})
+            for (const char kind : {'l', 'd', 'f'})
             {
                 makeEntry(directory.handle, std::string(size - 1, kind) + mark, kind);
             }

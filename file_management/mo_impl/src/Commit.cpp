@@ -24,7 +24,7 @@ void removeAll(const NonComittedData::Paths& paths)
         }
         catch (...)
         {
-            continue;
+            // it stays, and the others go
         }
     }
 }

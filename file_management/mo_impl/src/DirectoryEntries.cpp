@@ -23,7 +23,7 @@ bool isDots(std::string_view name)
 bool DirectoryEntries::open(const std::string& directory)
 {
     _handle = Handle(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (_handle.number() < 0)
+    if (!_handle.isOpen())
     {
         return false;
     }
@@ -56,14 +56,16 @@ void DirectoryEntries::advance()
 void DirectoryEntries::read()
 {
     const ssize_t size = ::getdents64(_handle.number(), _buffer.get(), room);
-    if (size <= 0)
+    if (size > 0)
+    {
+        _position = 0;
+        _end = static_cast<std::size_t>(size);
+    }
+    else
     {
         _isCutShort = size < 0;
         _buffer = nullptr;
-        return;
     }
-    _position = 0;
-    _end = static_cast<std::size_t>(size);
 }
 
 } // namespace ZolFileManagement

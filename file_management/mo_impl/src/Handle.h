@@ -22,12 +22,14 @@ public:
     }
     ~Handle()
     {
-        if (_number >= 0)
+        if (isOpen())
         {
             ::close(_number);
         }
     }
 
+    /// Whether there is something to close.
+    bool isOpen() const { return _number >= 0; }
     int number() const { return _number; }
 
 private:

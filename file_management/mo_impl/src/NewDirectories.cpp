@@ -117,7 +117,7 @@ void NewDirectories::approach(const std::string& directory)
     {
         Handle made(
             ::openat(_handle.number(), _made.c_str() + _base.size(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-        if (made.number() >= 0)
+        if (made.isOpen())
         {
             _handle = std::move(made);
             _base = _made;

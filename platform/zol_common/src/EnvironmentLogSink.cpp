@@ -117,7 +117,12 @@ void EnvironmentLogSink::write(const LogRecord& record)
 
 void EnvironmentLogSink::complain(const std::string& text)
 {
-    write({LogRecord::Call::Log, 4, 0, 1, nullptr, "LoggingWrapper", 0, text});
+    LogRecord record{};
+    record.call = LogRecord::Call::Log;
+    record.number = 4;
+    record.function = "LoggingWrapper";
+    record.text = text;
+    write(record);
 }
 
 } // namespace Zol
