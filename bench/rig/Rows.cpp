@@ -36,8 +36,7 @@ std::vector<RowMaker> rowMakers(const Stage& stage)
     const Setting chains100{[&](std::size_t n) { return chainsIn(stage.root(), n, 100); }, empty};
     // the names alone take gigabytes beyond
     const Setting chains1000{[&](std::size_t n) { return chainsIn(stage.root(), n, 1000); }, empty, 10000};
-    const Setting emptyDirectories{[&](std::size_t n) { return directoriesIn(stage.root(), n); }, make,
-                                   10000};
+    const Setting emptyDirectories{[&](std::size_t n) { return directoriesIn(stage.root(), n); }, make};
     const Setting nothing{transactions, [](const Task&) {}};
 
     return {
