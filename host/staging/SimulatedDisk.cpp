@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstring>
+#include <functional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -372,8 +373,11 @@ std::optional<std::vector<std::string>> SimulatedDisk::namesIn(const Found& dire
         names = std::move(*onDiskNow);
         if (!_gone.empty())
         {
-            std::erase_if(
-                names, [&](const std::string& name) { return _gone.contains(pathIn(directory.path, name)); });
+            // with the lambda's own type clang would put this file's whole path into what is installed
+            const std::function<bool(const std::string&)> isGone = [&](const std::string& name) {
+                return _gone.contains(pathIn(directory.path, name));
+            };
+            std::erase_if(names, isGone);
         }
     }
     const std::string prefix = directory.path + '/';
