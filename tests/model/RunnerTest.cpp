@@ -76,6 +76,7 @@ TEST(ProcessThatEnds, IsAFindingLikeAnyOther)
 {
     const auto finding = findingOf(Mistake::KillsItself);
     ASSERT_TRUE(finding.has_value());
-    EXPECT_LE(finding->operations.size(), 4U) << textOf(*finding);
+    // which operation ends it first is up to the order of draws in a call, which compilers choose
+    EXPECT_LE(finding->operations.size(), 6U) << textOf(*finding);
     EXPECT_EQ(finding->difference, "the process ended by: Killed") << textOf(*finding);
 }
