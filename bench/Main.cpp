@@ -73,9 +73,7 @@ bool obey(const Arguments& arguments)
     return true;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int perform(int argc, char** argv)
 {
     Arguments arguments;
     Options& options = arguments.options;
@@ -99,9 +97,16 @@ int main(int argc, char** argv)
     app.add_option("--inner", arguments.inner, "what zol_bench_inner has written");
     app.add_option(memoryOption, arguments.memoryOf)->group(""); // for its own use
     CLI11_PARSE(app, argc, argv);
+    return obey(arguments) ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
     try
     {
-        return obey(arguments) ? 0 : 1;
+        return perform(argc, argv);
     }
     catch (const std::exception& failure)
     {

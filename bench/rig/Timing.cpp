@@ -54,7 +54,7 @@ RowTimes measure(const Row& row, std::span<const std::unique_ptr<Way>> ways, std
     std::vector<Way*> order;
     std::transform(ways.begin(), ways.end(), std::back_inserter(order),
                    [](const auto& way) { return way.get(); });
-    std::minstd_rand random;
+    std::minstd_rand random(std::random_device{}());
     for (std::size_t repetition = 0; repetition < repetitions; ++repetition)
     {
         std::shuffle(order.begin(), order.end(), random);

@@ -10,17 +10,17 @@ Poco::Path PathSet::Iterator::operator*() const
     return literalPath(*_text);
 }
 
-PathSet PathSet::childrenOfText(std::string_view prefix) const
+PathSet PathSet::childrenOfText(std::string_view directory) const
 {
     PathSet children;
-    if (!prefix.ends_with('/')) // a file, which has none
+    if (!directory.ends_with('/')) // a file, which has none
     {
         return children;
     }
-    auto text = _texts.upper_bound(prefix);
-    while (text != _texts.end() && text->starts_with(prefix))
+    auto text = _texts.upper_bound(directory);
+    while (text != _texts.end() && text->starts_with(directory))
     {
-        const std::size_t slash = text->find('/', prefix.size());
+        const std::size_t slash = text->find('/', directory.size());
         const bool isChild = slash == std::string::npos || slash + 1 == text->size();
         if (isChild)
         {

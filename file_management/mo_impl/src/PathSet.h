@@ -38,6 +38,7 @@ public:
             ++_text;
             return *this;
         }
+        // NOLINTNEXTLINE(cert-dcl21-cpp): what is returned is a copy of the caller's own
         Iterator operator++(int) { return Iterator(_text++); }
         bool operator==(const Iterator&) const = default;
 
