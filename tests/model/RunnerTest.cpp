@@ -76,7 +76,11 @@ TEST(ProcessThatEnds, IsAFindingLikeAnyOther)
 {
     const auto finding = findingOf(Mistake::KillsItself);
     ASSERT_TRUE(finding.has_value());
-    // which operation ends it first is up to the order of draws in a call, which compilers choose
-    EXPECT_LE(finding->operations.size(), 6U) << textOf(*finding);
+#ifdef __clang__ // draws the arguments of a call in another order, and meets a longer way first
+    constexpr std::size_t most = 5;
+#else
+    constexpr std::size_t most = 4;
+#endif
+    EXPECT_LE(finding->operations.size(), most) << textOf(*finding);
     EXPECT_EQ(finding->difference, "the process ended by: Killed") << textOf(*finding);
 }
