@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <functional>
 #include <iostream>
-#include <system_error>
 
 namespace zolbench
 {
@@ -38,7 +37,7 @@ CallsByWay countCalls(const RowMaker& maker, const Options& options, const Ways&
     {
         return callsAnItem(maker.make(items), ways);
     }
-    catch (const std::system_error& failure)
+    catch (const std::exception& failure)
     {
         std::cerr << maker.work << ": system calls aren't counted: " << failure.what() << '\n';
         return {};
